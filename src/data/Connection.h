@@ -1,0 +1,112 @@
+#pragma once
+
+#include "data/ConnectionString.h"
+#include "data/Recordset.h"
+
+#include <QString>
+#include <functional>
+#include <memory>
+
+class QSqlDatabase;
+
+// The ADO connection subset the add-in uses, over QtSql.
+//
+// Providers (the "Provider" key of the connection string):
+//   Microsoft.Jet.OLEDB.4.0 and SQLite -> an SQLite 3 file at "Data Source";
+//   PostgreSQL -> Host, Port, Database, User ID, Password.
+// Opening never creates a database: a missing file is an error. Creation
+// code uses Connection::CreateSQLite. "Mode=Read" (as in ADO) opens an SQLite
+// file read-only. A file whose PRAGMA user_version is above kSchemaVersion is
+// refused. Every SQLite connection has foreign keys on and the collation
+// M182_TEXT_COLLATION registered.
+//
+// Every statement text that Execute receives is reported, before it runs,
+// to the connection's observer and to the process-wide observer (tests
+// assert the exact texts).
+class Connection
+{
+public:
+    enum State { adStateClosed = 0, adStateOpen = 1 };
+    using Observer = std::function<void(const Connection &, const QString &statement)>;
+
+    Connection();
+    explicit Connection(const QString &connectionString);
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    // Opens with the given string, or with the current one when empty.
+    // Throws DatabaseError (message names the file / server) on failure, and
+    // when the connection is already open (as ADO does).
+    void Open(const QString &connectionString = QString());
+    void Close();
+    int State() const;
+
+    QString ConnectionString() const { return m_connectionString.ToString(); }
+    // Takes effect at the next Open (also when set while open).
+    void SetConnectionString(const QString &text);
+
+    // A connection-string attribute by name ("Data Source", "Provider", ...).
+    QString Property(const QString &name) const;
+    void SetProperty(const QString &name, const QString &value);
+
+    // Runs one statement. Rows come back for a query, an empty recordset
+    // otherwise. Throws DatabaseError carrying the database's message and the
+    // statement. Jet forms the add-in relies on are translated first.
+    Recordset Execute(const QString &sql);
+    // Rows changed by the last Execute (0 for a query or a CREATE; the rows
+    // copied for a cross-database SELECT ... INTO).
+    int RecordsAffected() const { return m_recordsAffected; }
+
+    void BeginTrans();
+    void CommitTrans();
+    void RollbackTrans();
+
+    void SetObserver(Observer observer) { m_observer = std::move(observer); }
+    static void SetGlobalObserver(Observer observer);
+
+    // Creates (or opens, if present) an SQLite file for the creation routines:
+    // the one place where a database file may come into being. The folder
+    // must exist. The connection string is "Provider=<provider>;Data Source=<path>".
+    static std::shared_ptr<Connection> CreateSQLite(const QString &path,
+                                                    const QString &provider = QStringLiteral("SQLite"));
+
+    // A relative "Data Source" (and the file of a cross-database copy) is
+    // taken from this folder; by default the process's current folder. The
+    // connection string keeps the path as written.
+    static void SetBaseFolder(const QString &folder);
+    static QString BaseFolder();
+    // The absolute, cleaned path that a "Data Source" value names.
+    static QString ResolvePath(const QString &path);
+    // The file this connection's "Data Source" names, resolved ("" for a
+    // server connection).
+    QString DataSourcePath() const;
+
+    // How long a statement waits for another connection's lock before it
+    // fails with "database is locked" (SQLite providers; milliseconds).
+    static void SetBusyTimeout(int milliseconds);
+    static int BusyTimeout();
+
+    // True between BeginTrans and CommitTrans/RollbackTrans.
+    bool InTransaction() const { return m_inTransaction; }
+
+    // The Qt connection (valid while open); for the schema routines.
+    QSqlDatabase Database() const;
+
+private:
+    void OpenDatabase(bool mayCreate);
+    void OpenSQLite(bool mayCreate);
+    void OpenPostgreSQL();
+    void Discard();
+    void Notify(const QString &statement) const;
+
+    ::ConnectionString m_connectionString;
+    QString m_qtName;       // QSqlDatabase connection name, unique per object
+    bool m_open = false;
+    bool m_sqlite = false;
+    bool m_inTransaction = false;
+    int m_recordsAffected = 0;
+    Observer m_observer;
+};
+
+using ConnectionPtr = std::shared_ptr<Connection>;

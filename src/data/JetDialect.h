@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+// The Jet SQL forms that the program's statements use and SQLite does not
+// understand as Jet means them. Square-bracket identifiers and Access's
+// nested parenthesised joins run on SQLite as written, so they need nothing.
+namespace JetDialect {
+
+// "SELECT [T].* INTO [T] FROM [<file>;pwd=<password>].[T] ORDER BY <cols>":
+// copies a table of another database file into a new table of this one.
+struct CrossDatabaseCopy
+{
+    QString targetTable;  // the table created here
+    QString sourceFile;   // the file as written (may be relative, may hold blanks)
+    QString sourceTable;  // the table read there
+    QString orderBy;      // the ORDER BY list as written, or empty
+};
+
+// Recognises the cross-database copy; anything else gives nothing.
+std::optional<CrossDatabaseCopy> ParseCrossDatabaseCopy(const QString &sql);
+
+// The SQLite statements that run a copy, with the source file already
+// resolved to a path: ATTACH, CREATE TABLE ... AS SELECT, DETACH.
+QString AttachStatement(const QString &resolvedFile, const QString &alias);
+QString CreateTableAsStatement(const CrossDatabaseCopy &copy, const QString &alias);
+QString DetachStatement(const QString &alias);
+
+// Jet's Boolean literals True and False are -1 and 0; SQLite reads TRUE as 1,
+// so they are replaced, outside quoted text and bracketed names.
+QString ReplaceBooleanLiterals(const QString &sql);
+
+// A text literal for SQLite: 'text' with single quotes doubled.
+QString SqlText(const QString &text);
+
+} // namespace JetDialect
