@@ -1,0 +1,412 @@
+#include "data/Installation.h"
+
+#include "data/Connection.h"
+#include "data/DatabaseError.h"
+#include "data/Schema.h"
+#include "data/SchemaSql.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QSqlDatabase>
+#include <QVariant>
+
+#include <algorithm>
+#include <stdexcept>
+
+using namespace SchemaSql;
+
+namespace {
+
+const QString kDataFolder = QStringLiteral("datos");
+const QString kAppFolder = QStringLiteral("app");
+const QString kReportsFolder = QStringLiteral("Informes");
+const QString kIconFile = QStringLiteral("modelo182.ico");
+const QString kIniFile = QStringLiteral("modelo182.ini");
+const QString kEntradaFile = QStringLiteral("entrada.db");
+const QString kCentroFile = QStringLiteral("centro.db");
+const QString kBorradoFile = QStringLiteral("borrado.db");
+const QString kModelo182File = QStringLiteral("Modelo182.mdb");
+const QString kJetProvider = QStringLiteral("Microsoft.Jet.OLEDB.4.0");
+const QString kDeclarationPassword = QStringLiteral("zq417tev");
+constexpr int kFirstPayerRole = 5001;
+constexpr int kFirstExtraProvince = 100;
+
+QString HostConnectionString(const QString &file)
+{
+    return QStringLiteral("Provider=SQLite;Data Source=") + kDataFolder + QLatin1Char('/') + file;
+}
+
+QString YearFileName(const YearDescription &year)
+{
+    return year.fileName.isEmpty() ? QStringLiteral("curso%1.db").arg(year.id) : year.fileName;
+}
+
+QVariant Nullable(const QString &text)
+{
+    return text.isNull() ? QVariant(QMetaType(QMetaType::QString)) : QVariant(text);
+}
+
+QVariant NullableId(int id)
+{
+    return id == 0 ? QVariant(QMetaType(QMetaType::Int)) : QVariant(id);
+}
+
+template<typename T>
+QVariant Optional(const std::optional<T> &value)
+{
+    return value ? QVariant(*value) : QVariant(QMetaType::fromType<T>());
+}
+
+int Boolean(bool value)
+{
+    return value ? -1 : 0;
+}
+
+void RemoveDatabaseFile(const QString &path)
+{
+    for (const char *suffix : {"", "-journal", "-wal", "-shm"}) {
+        const QString file = path + QString::fromLatin1(suffix);
+        if (QFileInfo::exists(file) && !QFile::remove(file))
+            throw std::runtime_error(("No se puede reemplazar el archivo " + file).toStdString());
+    }
+}
+
+void MakeFolder(const QString &path)
+{
+    if (!QDir().mkpath(path))
+        throw std::runtime_error(("No se puede crear la carpeta " + path).toStdString());
+}
+
+ConnectionPtr Create(const QString &path, const QString &provider = QStringLiteral("SQLite"))
+{
+    RemoveDatabaseFile(path);
+    return Connection::CreateSQLite(path, provider);
+}
+
+// Values QSettings reads back as they are, in the INI form.
+QString IniValue(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Bool)
+        return value.toBool() ? QStringLiteral("true") : QStringLiteral("false");
+    const QString text = value.toString();
+    bool needsQuotes = text.startsWith(QLatin1Char(' ')) || text.endsWith(QLatin1Char(' '))
+                       || text.startsWith(QLatin1Char('@'));
+    for (QChar c : text)
+        if (c == QLatin1Char(';') || c == QLatin1Char(',') || c == QLatin1Char('"')
+            || c == QLatin1Char('\\') || c == QLatin1Char('=') || c == QLatin1Char('#')
+            || c.unicode() < 0x20)
+            needsQuotes = true;
+    if (!needsQuotes)
+        return text;
+    QString quoted = QStringLiteral("\"");
+    for (QChar c : text) {
+        if (c == QLatin1Char('"') || c == QLatin1Char('\\'))
+            quoted += QLatin1Char('\\') + QString(c);
+        else if (c == QLatin1Char('\n'))
+            quoted += QStringLiteral("\\n");
+        else if (c == QLatin1Char('\r'))
+            quoted += QStringLiteral("\\r");
+        else if (c == QLatin1Char('\t'))
+            quoted += QStringLiteral("\\t");
+        else
+            quoted += c;
+    }
+    return quoted + QLatin1Char('"');
+}
+
+void FillEntryDatabase(Connection &connection, const InstallationDescription &description,
+                       const InstallationPaths &paths)
+{
+    QSqlDatabase db = connection.Database();
+    Transaction transaction(connection);
+    QSqlQuery school = Prepare(db, QStringLiteral(
+        "INSERT INTO Centro (IDCentro, Nombre, CIF, Direccion, Poblacion, CodigoPostal, Telefono) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?)"));
+    QList<SchoolDescription> schools = {description.school};
+    schools += description.otherSchools;
+    for (const SchoolDescription &s : schools)
+        Run(school, {s.id, Nullable(s.name), Nullable(s.cif), Nullable(s.street), Nullable(s.town),
+                     Nullable(s.postalCode), Nullable(s.phone)});
+
+    QSqlQuery year = Prepare(db, QStringLiteral(
+        "INSERT INTO CursoEscolar (IDCursoEscolar, Nombre, codcentro, BD) VALUES (?, ?, ?, ?)"));
+    for (int i = 0; i < description.years.size(); ++i) {
+        const YearDescription &y = description.years.at(i);
+        Run(year, {y.id, Nullable(y.name), y.schoolId == 0 ? description.school.id : y.schoolId,
+                   Nullable(paths.years.at(i).connectionString)});
+    }
+    transaction.Commit();
+}
+
+void FillSchoolDatabase(Connection &connection, const SavedWorkDescription &saved)
+{
+    QSqlDatabase db = connection.Database();
+    Transaction transaction(connection);
+    QSqlQuery activity = Prepare(db, QStringLiteral("INSERT INTO CursoEscAct VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    for (const SavedActivity &a : saved.activities)
+        Run(activity, {a.idCursoEscolar, Nullable(a.nombre), Nullable(a.conBD), a.idActividad,
+                       Nullable(a.actNom), a.deduc, Nullable(a.tipoDon), Nullable(a.tipoDonDed),
+                       Nullable(a.meses), Boolean(a.deducComAut)});
+    QSqlQuery community = Prepare(db, QStringLiteral("INSERT INTO ComDed VALUES (?, ?, ?)"));
+    for (const SavedCommunity &c : saved.communities)
+        Run(community, {c.idComAut, c.idDeduc, c.valor});
+    QSqlQuery payment = Prepare(db, QStringLiteral("INSERT INTO DatosModelo182 VALUES (?, ?, ?, ?, ?)"));
+    for (const SavedPayment &p : saved.payments)
+        Run(payment, {p.idAL, p.idMF, p.idCC, p.idAct, p.pago});
+    QSqlQuery donor = Prepare(db, QStringLiteral("INSERT INTO ALMFModelo182 VALUES (?, ?, ?, ?, ?, ?, ?)"));
+    for (const SavedDonor &d : saved.donors)
+        Run(donor, {d.idAL, d.idMF, Nullable(d.nombre), Nullable(d.ap1), Nullable(d.ap2),
+                    Nullable(d.nif), Boolean(d.mostrar)});
+    transaction.Commit();
+}
+
+// The year's provinces by name; names not yet there are added.
+class ProvinceKeys
+{
+public:
+    explicit ProvinceKeys(QSqlDatabase &db)
+        : m_insert(Prepare(db, QStringLiteral("INSERT INTO Provincia (IDProvincia, descripcion) VALUES (?, ?)")))
+    {
+        QSqlQuery query(db);
+        query.exec(QStringLiteral("SELECT IDProvincia, descripcion FROM Provincia"));
+        while (query.next()) {
+            m_keys.insert(query.value(1).toString(), query.value(0).toInt());
+            m_next = std::max(m_next, query.value(0).toInt() + 1);
+        }
+        m_next = std::max(m_next, kFirstExtraProvince);
+    }
+
+    QVariant Key(const QString &name)
+    {
+        if (name.isEmpty())
+            return QVariant(QMetaType(QMetaType::Int));
+        auto found = m_keys.constFind(name);
+        if (found != m_keys.constEnd())
+            return *found;
+        const int key = m_next++;
+        Run(m_insert, {key, name});
+        m_keys.insert(name, key);
+        return key;
+    }
+
+private:
+    QSqlQuery m_insert;
+    QHash<QString, int> m_keys;
+    int m_next = 1;
+};
+
+void FillYearDatabase(Connection &connection, const YearDescription &year, const SchoolDescription &school)
+{
+    QSqlDatabase db = connection.Database();
+    Transaction transaction(connection);
+    ProvinceKeys provinces(db);
+
+    QSqlQuery centro = Prepare(db, QStringLiteral(
+        "INSERT INTO Centro (IDCentro, Nombre, DirectorCentro, CIF, Direccion, Poblacion, CodigoPostal, "
+        "codProvincia, Telefono, Email, RFiscal) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    Run(centro, {school.id, Nullable(school.name), Nullable(school.director), Nullable(school.cif),
+                 Nullable(school.street), Nullable(school.town), Nullable(school.postalCode),
+                 provinces.Key(school.province), Nullable(school.phone), Nullable(school.email),
+                 Optional(school.taxRegime)});
+
+    QSqlQuery activity = Prepare(db, QStringLiteral(
+        "INSERT INTO Actividad (IDActividad, Nombre, PrecioEuros) VALUES (?, ?, ?)"));
+    for (const ActivityDescription &a : year.activities)
+        Run(activity, {a.id, Nullable(a.name), Optional(a.price)});
+
+    QSqlQuery address = Prepare(db, QStringLiteral(
+        "INSERT INTO Direccion (IDDireccion, direccion, poblacion, codigopostal, codProvincia) "
+        "VALUES (?, ?, ?, ?, ?)"));
+    QSqlQuery member = Prepare(db, QStringLiteral(
+        "INSERT INTO MiembroFamilia (IDMiembroFamilia, Apellido1, Apellido2, Nombre, codFamilia, DNI, "
+        "codDireccion) VALUES (?, ?, ?, ?, ?, ?, ?)"));
+    int nextAddress = 1;
+    for (const MemberDescription &m : year.members) {
+        QVariant addressKey(QMetaType(QMetaType::Int));
+        if (m.address) {
+            addressKey = nextAddress++;
+            Run(address, {addressKey, Nullable(m.address->street), Nullable(m.address->town),
+                          Nullable(m.address->postalCode), provinces.Key(m.address->province)});
+        }
+        Run(member, {m.id, Nullable(m.surname1), Nullable(m.surname2), Nullable(m.name),
+                     NullableId(m.family), Nullable(m.dni), addressKey});
+    }
+
+    QSqlQuery student = Prepare(db, QStringLiteral(
+        "INSERT INTO Alumno (IDAlumno, Apellido_1, Apellido_2, Nombre, codFamilia) VALUES (?, ?, ?, ?, ?)"));
+    for (const StudentDescription &s : year.students)
+        Run(student, {s.id, Nullable(s.surname1), Nullable(s.surname2), Nullable(s.name),
+                      NullableId(s.family)});
+
+    QSqlQuery payerRole = Prepare(db, QStringLiteral(
+        "INSERT INTO MiembroFamiliaPagador (idMiembroFamiliaPagador, codMiembroFamilia) VALUES (?, ?)"));
+    QSqlQuery enrolment = Prepare(db, QStringLiteral(
+        "INSERT INTO Alumno_Actividad_Miembro (codAlumno, codActividad, codMiembroFamiliaPagador, "
+        "PrecioEuros, enero, febrero, marzo, abril, mayo, junio, julio, agosto, septiembre, octubre, "
+        "noviembre, diciembre) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    QHash<int, int> roles;  // member id -> role key
+    for (const EnrolmentDescription &e : year.enrolments) {
+        QVariant role(QMetaType(QMetaType::Int));
+        if (e.payer != 0) {
+            auto found = roles.constFind(e.payer);
+            if (found == roles.constEnd()) {
+                const int key = kFirstPayerRole + int(roles.size());
+                Run(payerRole, {key, e.payer});
+                found = roles.insert(e.payer, key);
+            }
+            role = *found;
+        }
+        QVariantList values = {e.student, e.activity, role, Optional(e.price)};
+        for (const std::optional<int> &flag : e.months)
+            values << Optional(flag);
+        Run(enrolment, values);
+    }
+    transaction.Commit();
+}
+
+} // namespace
+
+MonthFlags Months(std::initializer_list<int> months)
+{
+    MonthFlags flags;
+    flags.fill(0);
+    for (int month : months)
+        if (month >= 1 && month <= 12)
+            flags[month - 1] = -1;
+    return flags;
+}
+
+MonthFlags SchoolMonths()
+{
+    return Months({9, 10, 11, 12, 1, 2, 3, 4, 5, 6});
+}
+
+const YearPaths *InstallationPaths::Year(int id) const
+{
+    for (const YearPaths &year : years)
+        if (year.id == id)
+            return &year;
+    return nullptr;
+}
+
+QString SessionSettingsText(const InstallationDescription &description, const InstallationPaths &paths)
+{
+    int currentYear = description.session.currentYear;
+    if (currentYear == 0)
+        for (const YearDescription &year : description.years)
+            currentYear = std::max(currentYear, year.id);
+
+    const SessionDescription &s = description.session;
+    const QList<QPair<QString, QVariant>> sesion = {
+        {QStringLiteral("rutaaplicacion"), kAppFolder},
+        {QStringLiteral("RutaBD"), kDataFolder},
+        {QStringLiteral("sqlserver"), s.sqlServer},
+        {QStringLiteral("IDPerfil"), s.idPerfil},
+        {QStringLiteral("IDUsuario"), s.idUsuario},
+        {QStringLiteral("NombreUsuario"), s.userName},
+        {QStringLiteral("IDCentro"), description.school.id},
+        {QStringLiteral("NombreCentro"), description.school.name},
+        {QStringLiteral("idCursoEscolar"), currentYear},
+        {QStringLiteral("Activa"), s.activa},
+        {QStringLiteral("Accion"), s.accion},
+        {QStringLiteral("lngRowData"), s.rowData},
+        {QStringLiteral("Pesetas"), s.pesetas},
+        {QStringLiteral("MTP"), s.mtp},
+        {QStringLiteral("RutaIcono"), kAppFolder + QLatin1Char('/') + kIconFile},
+        {QStringLiteral("conexionAppEntrada"), paths.conexionAppEntrada},
+        {QStringLiteral("conexionlocalCENTRO"), paths.conexionLocalCentro},
+        {QStringLiteral("conexionBORRADOlocalCENTRO"), paths.conexionBorradoLocalCentro},
+    };
+    QList<QPair<QString, QVariant>> modelo182;
+    if (!s.locale.isEmpty())
+        modelo182.append({QStringLiteral("Locale"), s.locale});
+    modelo182 += QList<QPair<QString, QVariant>>{
+        {QStringLiteral("desarrollo"), s.desarrollo},
+        {QStringLiteral("NumeroJustificante"), s.numeroJustificante},
+        {QStringLiteral("Delegacion"), s.delegacion},
+        {QStringLiteral("Domicilio"), s.domicilio},
+    };
+
+    QString text = QStringLiteral("[Sesion]\n");
+    for (const auto &[key, value] : sesion)
+        text += key + QLatin1Char('=') + IniValue(value) + QLatin1Char('\n');
+    text += QStringLiteral("\n[Modelo182]\n");
+    for (const auto &[key, value] : modelo182)
+        text += key + QLatin1Char('=') + IniValue(value) + QLatin1Char('\n');
+    return text;
+}
+
+InstallationPaths BuildInstallation(const QString &dir, const InstallationDescription &description)
+{
+    InstallationPaths paths;
+    paths.root = QDir::cleanPath(QDir(dir).absolutePath());
+    const QDir root(paths.root);
+    paths.iniFile = root.filePath(kIniFile);
+    paths.rutaBD = root.filePath(kDataFolder);
+    paths.rutaAplicacion = root.filePath(kAppFolder);
+    paths.informes = QDir(paths.rutaAplicacion).filePath(kReportsFolder);
+    paths.iconFile = QDir(paths.rutaAplicacion).filePath(kIconFile);
+    const QDir data(paths.rutaBD);
+    paths.entradaFile = data.filePath(kEntradaFile);
+    paths.centroFile = data.filePath(kCentroFile);
+    paths.borradoFile = data.filePath(kBorradoFile);
+    paths.conexionAppEntrada = HostConnectionString(kEntradaFile);
+    paths.conexionLocalCentro = HostConnectionString(kCentroFile);
+    paths.conexionBorradoLocalCentro = HostConnectionString(kBorradoFile);
+    paths.modelo182File = data.filePath(kModelo182File);
+    paths.modelo182ConnectionString = QStringLiteral("Provider=") + kJetProvider
+                                      + QStringLiteral(";Data Source=") + QDir::toNativeSeparators(paths.modelo182File)
+                                      + QStringLiteral(";Persist Security Info=False;Jet OLEDB:Database Password=")
+                                      + kDeclarationPassword;
+    for (const YearDescription &year : description.years) {
+        YearPaths y;
+        y.id = year.id;
+        y.name = year.name;
+        y.databaseFile = data.filePath(YearFileName(year));
+        y.connectionString = year.connectionString ? *year.connectionString
+                                                   : HostConnectionString(YearFileName(year));
+        y.databaseCreated = year.createDatabase;
+        paths.years.append(y);
+    }
+
+    MakeFolder(paths.rutaBD);
+    MakeFolder(paths.informes);
+
+    {
+        ConnectionPtr entrada = Create(paths.entradaFile);
+        Schema::CreateEntryDatabase(*entrada);
+        FillEntryDatabase(*entrada, description, paths);
+    }
+    {
+        ConnectionPtr centro = Create(paths.centroFile);
+        Schema::CreateSchoolDatabase(*centro);
+        FillSchoolDatabase(*centro, description.savedWork);
+    }
+    {
+        ConnectionPtr borrado = Create(paths.borradoFile);
+        Schema::CreateDeletedRecordsDatabase(*borrado);
+    }
+    for (int i = 0; i < description.years.size(); ++i) {
+        const YearDescription &year = description.years.at(i);
+        const QString file = paths.years.at(i).databaseFile;
+        RemoveDatabaseFile(file);
+        if (!year.createDatabase)
+            continue;
+        ConnectionPtr connection = Create(file);
+        Schema::CreateYearDatabase(*connection);
+        FillYearDatabase(*connection, year, year.school ? *year.school : description.school);
+    }
+    {
+        ConnectionPtr modelo182 = Create(paths.modelo182File, kJetProvider);
+        Schema::CreateDeclarationDatabase(*modelo182);
+    }
+
+    QFile ini(paths.iniFile);
+    if (!ini.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        throw std::runtime_error(("No se puede escribir " + paths.iniFile).toStdString());
+    ini.write(SessionSettingsText(description, paths).toUtf8());
+    ini.close();
+    return paths;
+}
