@@ -1,0 +1,26 @@
+# One static library per layer of src/, built from every source file of its
+# folder, so adding a file never means editing a CMakeLists.txt.
+function(m182_module name)
+  cmake_parse_arguments(ARG "" "" "DEPS" ${ARGN})
+  file(GLOB _sources CONFIGURE_DEPENDS
+       ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h
+       ${CMAKE_CURRENT_SOURCE_DIR}/*.ui)
+  add_library(m182_${name} STATIC ${_sources})
+  target_include_directories(m182_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(m182_${name} PUBLIC ${ARG_DEPS})
+  target_compile_options(m182_${name} PRIVATE -Wall -Wextra)
+  target_compile_definitions(m182_${name} PUBLIC QT_NO_KEYWORDS)
+endfunction()
+
+# One test executable per folder of tests/, linking the libraries under test
+# and the shared support library; every gtest case is registered with CTest.
+function(m182_test name)
+  cmake_parse_arguments(ARG "" "" "LIBS" ${ARGN})
+  file(GLOB _sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  add_executable(test_${name} ${_sources})
+  target_link_libraries(test_${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gtest_main)
+  target_compile_options(test_${name} PRIVATE -Wall -Wextra)
+  gtest_discover_tests(test_${name}
+    DISCOVERY_MODE PRE_TEST
+    PROPERTIES ENVIRONMENT "LANG=C.UTF-8;LC_ALL=C.UTF-8;QT_QPA_PLATFORM=offscreen;TZ=UTC")
+endfunction()

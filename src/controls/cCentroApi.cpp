@@ -1,0 +1,41 @@
+#include "controls/cCentroApi.h"
+
+#include "controls/ControlBase.h"
+#include "controls/Form.h"
+#include "session/modPrincipal.h"
+
+void cCentroApi::Register()
+{
+    ObjectFactory::Register(QString::fromLatin1(ProgId), [] { return std::make_shared<cCentroApi>(); });
+}
+
+void cCentroApi::marcar_Obligatorios(Form &form)
+{
+    for (ControlBase *control : form.MandatoryControls())
+        control->SetMandatory(true);
+}
+
+int cCentroApi::VerificarEuros(int keyAscii, const QString &text, const QLocale &locale) const
+{
+    constexpr int kBackspace = 8;
+    if (keyAscii == kBackspace)
+        return keyAscii;
+    const QChar decimal = locale.decimalPoint().at(0);
+    const qsizetype separatorAt = text.indexOf(decimal);
+    if (keyAscii == ',' || keyAscii == '.') {
+        if (separatorAt >= 0)
+            return 0;
+        return decimal.unicode();
+    }
+    if (keyAscii >= '0' && keyAscii <= '9') {
+        if (separatorAt >= 0 && text.size() - separatorAt - 1 >= 2)
+            return 0;
+        return keyAscii;
+    }
+    return 0;
+}
+
+bool cCentroApi::desarrollo() const
+{
+    return modPrincipal::Settings().desarrollo;
+}

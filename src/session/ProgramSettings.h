@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QLocale>
+#include <QString>
+
+// What belongs to this program rather than to the host's session: the
+// [Modelo182] section of the session settings file.
+struct ProgramSettings
+{
+    QLocale locale;                 // number formats shown to the user
+    bool desarrollo = false;        // the host API's "desarrollo" property
+    QString numeroJustificante;     // 13-digit declaration id for the AEAT file
+    QString delegacion;
+    QString domicilio;
+};

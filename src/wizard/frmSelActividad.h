@@ -1,0 +1,56 @@
+#pragma once
+
+#include "controls/Controls.h"
+#include "controls/Form.h"
+#include "controls/ListControls.h"
+
+class frmSelCursos;
+
+// Second step: for each chosen school year, the activities whose fees count
+// as donations. The choice is kept in each year's colActividades.
+class frmSelActividad : public Form
+{
+public:
+    frmSelActividad(Ui &ui, frmSelCursos &cursos);
+
+    Label Label1{this, QStringLiteral("Label1"), QStringLiteral("Curso Escolar")};
+    ComboBox cboCursoEscolar{this, QStringLiteral("cboCursoEscolar")};
+    Frame fraActual{this, QStringLiteral("fraActual"), QStringLiteral("Actividades")};
+    Label lblDisponibles{this, QStringLiteral("lblDisponibles"), QStringLiteral("Disponibles:")};
+    ListBox lstDisponibles{this, QStringLiteral("lstDisponibles")};
+    Label lblSeleccionados{this, QStringLiteral("lblSeleccionados"), QStringLiteral("Seleccionados:")};
+    ListBox lstSeleccionados{this, QStringLiteral("lstSeleccionados")};
+    CommandButton cmdAgregarUno{this, QStringLiteral("cmdAgregarUno"), QStringLiteral("<- Agregar")};
+    CommandButton cmdEliminarUno{this, QStringLiteral("cmdEliminarUno"), QStringLiteral("Quitar ->")};
+    CommandButton cmdAgregarTodos{this, QStringLiteral("cmdAgregarTodos"), QStringLiteral("<<- Todos")};
+    CommandButton cmdEliminarTodos{this, QStringLiteral("cmdEliminarTodos"), QStringLiteral("Todos ->>")};
+    CommandButton cmdAceptar{this, QStringLiteral("cmdAceptar"), QStringLiteral("Siguiente ->")};
+    CommandButton cmdCancelar{this, QStringLiteral("cmdCancelar"), QStringLiteral("<- Anterior")};
+
+    QList<ControlBase *> MandatoryControls() override;
+
+    void Form_Load() override;
+    void cboCursoEscolar_Click();
+    void cmdAgregarUno_Click();
+    void cmdEliminarUno_Click();
+    void cmdAgregarTodos_Click();
+    void cmdEliminarTodos_Click();
+    void lstDisponibles_DblClick() { cmdAgregarUno_Click(); }
+    void lstSeleccionados_DblClick() { cmdEliminarUno_Click(); }
+    void cmdAceptar_Click();
+    void cmdCancelar_Click() { Unload(); }
+
+    // The year whose activities the lists show (0 before the first).
+    qlonglong CursoMostrado() const { return m_cursoMostrado; }
+
+    // Writes the lists into the year: activities moved back leave its
+    // colActividades, newly selected ones join it, the rest keep their
+    // months and deductions. Throws CollectionKeyError for a year not chosen.
+    void GuardarActividades(qlonglong idCursoEscolar);
+
+private:
+    void AjustarAnchoListas();
+
+    frmSelCursos &m_cursos;
+    qlonglong m_cursoMostrado = 0;
+};
