@@ -1,11 +1,14 @@
-# One static library per layer of src/, built from every source file of its
-# folder, so adding a file never means editing a CMakeLists.txt.
+# Each layer of src/ is compiled from every source file of its folder (so
+# adding a file never means editing a CMakeLists.txt) into an object library;
+# the layers below the windows are then linked into one shared core library,
+# so that the host stand-in and the add-in it loads share one session
+# context, one declaration connection and one component registry.
 function(m182_module name)
   cmake_parse_arguments(ARG "" "" "DEPS" ${ARGN})
   file(GLOB _sources CONFIGURE_DEPENDS
        ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h
        ${CMAKE_CURRENT_SOURCE_DIR}/*.ui)
-  add_library(m182_${name} STATIC ${_sources})
+  add_library(m182_${name} OBJECT ${_sources})
   target_include_directories(m182_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(m182_${name} PUBLIC ${ARG_DEPS})
   target_compile_options(m182_${name} PRIVATE -Wall -Wextra)

@@ -15,7 +15,10 @@ InstallationDescription SmallSchool()
     d.school.director = QStringLiteral("Ana María López");
     d.school.cif = QStringLiteral("R2800000A");
     d.school.phone = QStringLiteral("915550000");
-    d.otherSchools.append(SchoolDescription{8, QStringLiteral("Otro Colegio")});
+    SchoolDescription other;
+    other.id = 8;
+    other.name = QStringLiteral("Otro Colegio");
+    d.otherSchools.append(other);
 
     YearDescription y1;
     y1.id = 3;

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QDialog>
+
+class Form;
+class ViewBinder;
+
+// The window of one form: a dialog built from the form's .ui file (by name,
+// through ViewFactory) with every control bound to its widget. It holds no
+// rules of its own; closing it from the title bar is the window's own way
+// back (the form is unloaded, so the window stack stays as the form knows it).
+class FormView : public QDialog
+{
+    Q_OBJECT
+public:
+    FormView(Form &form, QWidget *parent = nullptr);
+    ~FormView() override;
+
+    // The form shown; null once the form has closed.
+    Form *ShownForm() const { return m_form; }
+    ViewBinder *Binder() const { return m_binder; }
+
+    // The form is closing: forget it, stop showing its controls and hide.
+    void Detach();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+public Q_SLOTS:
+    // Escape does not close a wizard window: only its buttons and the
+    // title bar do.
+    void reject() override {}
+
+private:
+    Form *m_form;
+    ViewBinder *m_binder = nullptr;
+};

@@ -1,0 +1,455 @@
+#include "gui/ViewBinder.h"
+
+#include "controls/Controls.h"
+#include "controls/Form.h"
+#include "controls/ListControls.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QStyle>
+#include <QStyledItemDelegate>
+
+namespace {
+
+// Widens every entry of a list to its control's horizontal extent (the
+// longest entry plus four blanks, measured with the list's font), so the
+// list scrolls sideways as far as the form asks.
+class ExtentDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void SetExtentText(const QString &text)
+    {
+        if (text == m_text)
+            return;
+        m_text = text;
+        Q_EMIT sizeHintChanged(QModelIndex());
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        if (m_text.isEmpty())
+            return size;
+        QStyleOptionViewItem extent = option;
+        initStyleOption(&extent, index);
+        extent.text = m_text;
+        const QWidget *widget = option.widget;
+        const QStyle *style = widget ? widget->style() : QApplication::style();
+        size.setWidth(qMax(size.width(), style->sizeFromContents(QStyle::CT_ItemViewItem, &extent, QSize(), widget).width()));
+        return size;
+    }
+
+private:
+    QString m_text;
+};
+
+struct Kind
+{
+    const QMetaObject *widget;
+    bool (*fits)(const ControlBase &);
+};
+
+template <typename T>
+bool Is(const ControlBase &control)
+{
+    return dynamic_cast<const T *>(&control) != nullptr;
+}
+
+// Frame before Label: a frame is a label with a border.
+const QList<Kind> &Kinds()
+{
+    static const QList<Kind> kinds{
+        {&QListView::staticMetaObject, &Is<ListBox>},
+        {&QComboBox::staticMetaObject, &Is<ComboBox>},
+        {&QPushButton::staticMetaObject, &Is<CommandButton>},
+        {&QCheckBox::staticMetaObject, &Is<CheckBox>},
+        {&QGroupBox::staticMetaObject, &Is<Frame>},
+        {&QLabel::staticMetaObject, &Is<Label>},
+        {&QLineEdit::staticMetaObject, &Is<TextBox>},
+        {&QProgressBar::staticMetaObject, &Is<ProgressBar>},
+    };
+    return kinds;
+}
+
+const QMetaObject *WidgetTypeFor(const ControlBase &control)
+{
+    for (const Kind &kind : Kinds())
+        if (kind.fits(control))
+            return kind.widget;
+    return nullptr;
+}
+
+QString MandatoryStyle(const QWidget &widget)
+{
+    const QString color = QString::fromLatin1(ViewBinder::kMandatoryColor);
+    const QString type = QString::fromLatin1(widget.metaObject()->className());
+    if (qobject_cast<const QListView *>(&widget))
+        return QStringLiteral("QListView { background-color: %1; border: 1px solid #D6C98F; }").arg(color);
+    if (qobject_cast<const QComboBox *>(&widget))
+        return QStringLiteral("QComboBox { background-color: %1; border: 1px solid #D6C98F; border-radius: 3px;"
+                              " padding: 2px 4px; }"
+                              " QComboBox:disabled { background-color: #F6F5EE; border-color: #E2DDC8; }")
+            .arg(color);
+    if (qobject_cast<const QLineEdit *>(&widget))
+        return QStringLiteral("QLineEdit { background-color: %1; border: 1px solid #D6C98F; border-radius: 2px;"
+                              " padding: 1px 3px; }")
+            .arg(color);
+    return QStringLiteral("%1 { background-color: %2; }").arg(type, color);
+}
+
+} // namespace
+
+void RunGuarded(Ui &ui, const std::function<void()> &handler)
+{
+    QString error;
+    try {
+        handler();
+        return;
+    } catch (const std::exception &e) {
+        error = QString::fromUtf8(e.what());
+    } catch (...) {
+        error = QStringLiteral("Se ha producido un error inesperado.");
+    }
+    ui.SetMousePointer(vbDefault);
+    ui.MsgBox(error, vbCritical);
+}
+
+ViewBinder::ViewBinder(Form &form, QWidget &root) : QObject(&root), m_ui(form.ui())
+{
+    const QStringList mismatches = Mismatches(form, root);
+    if (!mismatches.isEmpty()) {
+#ifndef NDEBUG
+        qFatal("The window of %s does not fit the form: %s", qPrintable(form.Name()),
+               qPrintable(mismatches.join(QStringLiteral("; "))));
+#else
+        qCritical("The window of %s does not fit the form: %s", qPrintable(form.Name()),
+                  qPrintable(mismatches.join(QStringLiteral("; "))));
+#endif
+    }
+    for (ControlBase *control : form.Controls()) {
+        QWidget *widget = root.findChild<QWidget *>(control->Name());
+        const QMetaObject *type = WidgetTypeFor(*control);
+        if (widget && type && widget->metaObject()->inherits(type))
+            Bind(*control, *widget);
+    }
+}
+
+ViewBinder::~ViewBinder()
+{
+    Unbind();
+}
+
+QString ViewBinder::WidgetClassFor(const ControlBase &control)
+{
+    const QMetaObject *type = WidgetTypeFor(control);
+    return type ? QString::fromLatin1(type->className()) : QString();
+}
+
+QStringList ViewBinder::Mismatches(const Form &form, const QWidget &root)
+{
+    QStringList mismatches;
+    for (const ControlBase *control : form.Controls()) {
+        const QString name = control->Name();
+        const QString expected = WidgetClassFor(*control);
+        const QWidget *widget = root.findChild<QWidget *>(name);
+        if (expected.isEmpty())
+            mismatches << QStringLiteral("%1: no widget kind shows this control").arg(name);
+        else if (!widget)
+            mismatches << QStringLiteral("%1: no %2 of this name").arg(name, expected);
+        else if (!widget->metaObject()->inherits(WidgetTypeFor(*control)))
+            mismatches << QStringLiteral("%1: a %2 is needed, the window has a %3")
+                              .arg(name, expected, QString::fromLatin1(widget->metaObject()->className()));
+    }
+    return mismatches;
+}
+
+QStringList ViewBinder::UnboundWidgets(const Form &form, const QWidget &root)
+{
+    QStringList unbound;
+    for (const QWidget *widget : root.findChildren<QWidget *>()) {
+        const QString name = widget->objectName();
+        if (name.isEmpty() || name.startsWith(QStringLiteral("qt_")) || widget->window() != &root)
+            continue;
+        bool bindable = false;
+        for (const Kind &kind : Kinds())
+            bindable = bindable || widget->metaObject()->inherits(kind.widget);
+        if (bindable && !form.FindControl(name))
+            unbound << name;
+    }
+    return unbound;
+}
+
+void ViewBinder::Unbind()
+{
+    for (const QMetaObject::Connection &connection : std::as_const(m_connections))
+        disconnect(connection);
+    m_connections.clear();
+    for (auto it = m_textBoxes.constBegin(); it != m_textBoxes.constEnd(); ++it)
+        it.key()->removeEventFilter(this);
+    m_textBoxes.clear();
+}
+
+void ViewBinder::Guard(const std::function<void()> &handler)
+{
+    RunGuarded(m_ui, handler);
+}
+
+void ViewBinder::Bind(ControlBase &control, QWidget &widget)
+{
+    if (auto *list = dynamic_cast<ListBox *>(&control))
+        BindList(*list, static_cast<QListView &>(widget));
+    else if (auto *combo = dynamic_cast<ComboBox *>(&control))
+        BindCombo(*combo, static_cast<QComboBox &>(widget));
+    else if (auto *button = dynamic_cast<CommandButton *>(&control))
+        BindButton(*button, static_cast<QPushButton &>(widget));
+    else if (auto *check = dynamic_cast<CheckBox *>(&control))
+        BindCheck(*check, static_cast<QCheckBox &>(widget));
+    else if (auto *frame = dynamic_cast<Frame *>(&control))
+        BindFrame(*frame, static_cast<QGroupBox &>(widget));
+    else if (auto *label = dynamic_cast<Label *>(&control))
+        BindLabel(*label, static_cast<QLabel &>(widget));
+    else if (auto *text = dynamic_cast<TextBox *>(&control))
+        BindText(*text, static_cast<QLineEdit &>(widget));
+    else if (auto *bar = dynamic_cast<ProgressBar *>(&control))
+        BindProgress(*bar, static_cast<QProgressBar &>(widget));
+}
+
+void ViewBinder::ShowCommonState(const ControlBase &control, QWidget &widget)
+{
+    widget.setEnabled(control.Enabled());
+    widget.setHidden(!control.Visible());
+    widget.setToolTip(control.ToolTipText());
+    const QString style = control.Mandatory() ? MandatoryStyle(widget) : QString();
+    if (widget.styleSheet() != style)
+        widget.setStyleSheet(style);
+    widget.setProperty("mandatory", control.Mandatory());
+}
+
+// --- lists -----------------------------------------------------------------
+
+void ViewBinder::ShowListIndex(ListBox &list, QListView &view)
+{
+    const QScopedValueRollback<bool> syncing(m_syncing, true);
+    QItemSelectionModel *selection = view.selectionModel();
+    const int index = list.ListIndex();
+    if (index >= 0 && index < list.ListCount()) {
+        const QModelIndex entry = list.index(index);
+        selection->setCurrentIndex(entry, QItemSelectionModel::ClearAndSelect);
+        view.scrollTo(entry);
+    } else {
+        selection->clearSelection();
+        selection->setCurrentIndex(QModelIndex(), QItemSelectionModel::NoUpdate);
+    }
+}
+
+void ViewBinder::BindList(ListBox &list, QListView &view)
+{
+    // Connected before the view gets the model, so these run before the
+    // view's selection model moves its current entry off removed rows.
+    const auto structuralStart = [this] { ++m_structural; };
+    const auto structuralEnd = [this] { --m_structural; };
+    m_connections << connect(&list, &QAbstractItemModel::rowsAboutToBeRemoved, this, structuralStart);
+    m_connections << connect(&list, &QAbstractItemModel::rowsRemoved, this, structuralEnd);
+    m_connections << connect(&list, &QAbstractItemModel::modelAboutToBeReset, this, structuralStart);
+    m_connections << connect(&list, &QAbstractItemModel::modelReset, this, structuralEnd);
+
+    view.setModel(&list);
+    view.setSelectionMode(QAbstractItemView::SingleSelection);
+    view.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    view.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    auto *delegate = new ExtentDelegate(&view);
+    view.setItemDelegate(delegate);
+
+    const auto showState = [this, &list, &view, delegate] {
+        ShowCommonState(list, view);
+        delegate->SetExtentText(list.HorizontalExtentText());
+    };
+    showState();
+    ShowListIndex(list, view);
+    m_connections << connect(&list, &ListControl::Changed, this, showState);
+    m_connections << connect(&list, &ListControl::ListIndexChanged, this, [this, &list, &view] { ShowListIndex(list, view); });
+
+    QItemSelectionModel *selection = view.selectionModel();
+    m_connections << connect(selection, &QItemSelectionModel::currentChanged, &list,
+                             [this, &list](const QModelIndex &current) {
+                                 if (m_syncing || m_structural > 0 || !current.isValid())
+                                     return;
+                                 Guard([&list, row = current.row()] { list.UserClick(row); });
+                             });
+    // A list keeps its highlighted entry: a click on an empty area (or a
+    // control-click on the entry) does not take it away.
+    m_connections << connect(selection, &QItemSelectionModel::selectionChanged, &list, [this, &list, &view] {
+        if (m_syncing || m_structural > 0)
+            return;
+        if (!view.selectionModel()->hasSelection() && list.ListIndex() >= 0)
+            ShowListIndex(list, view);
+    });
+    // Only a double click on an entry reaches the form.
+    m_connections << connect(&view, &QAbstractItemView::doubleClicked, &list, [this, &list](const QModelIndex &index) {
+        if (index.isValid())
+            Guard([&list, row = index.row()] { list.DoubleClick(row); });
+    });
+}
+
+void ViewBinder::ShowComboIndex(ComboBox &combo, QComboBox &view)
+{
+    const QScopedValueRollback<bool> syncing(m_syncing, true);
+    const int index = combo.ListIndex();
+    view.setCurrentIndex(index >= 0 && index < combo.ListCount() ? index : -1);
+}
+
+void ViewBinder::BindCombo(ComboBox &combo, QComboBox &view)
+{
+    view.setEditable(false);
+    view.setModel(&combo);
+    view.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    ShowCommonState(combo, view);
+    ShowComboIndex(combo, view);
+    // The combo picks an entry by itself when rows arrive or go; the model
+    // decides which entry is shown (none while its ListIndex is -1).
+    const auto show = [this, &combo, &view] { ShowComboIndex(combo, view); };
+    m_connections << connect(&combo, &QAbstractItemModel::rowsInserted, this, show);
+    m_connections << connect(&combo, &QAbstractItemModel::rowsRemoved, this, show);
+    m_connections << connect(&combo, &QAbstractItemModel::modelReset, this, show);
+    m_connections << connect(&combo, &ListControl::ListIndexChanged, this, show);
+    m_connections << connect(&combo, &ListControl::Changed, this, [this, &combo, &view] { ShowCommonState(combo, view); });
+    m_connections << connect(&view, &QComboBox::activated, &combo, [this, &combo](int index) {
+        if (m_syncing)
+            return;
+        Guard([&combo, index] { combo.UserClick(index); });
+    });
+}
+
+// --- buttons, labels, the rest -----------------------------------------------
+
+void ViewBinder::BindButton(CommandButton &button, QPushButton &view)
+{
+    // Enter does not press a wizard button behind the person's back.
+    view.setAutoDefault(false);
+    view.setDefault(false);
+    const auto show = [this, &button, &view] {
+        view.setText(button.Caption());
+        ShowCommonState(button, view);
+    };
+    show();
+    m_connections << connect(&button, &Control::Changed, this, show);
+    m_connections << connect(&view, &QPushButton::clicked, &button, [this, &button] { Guard([&button] { button.Press(); }); });
+}
+
+void ViewBinder::BindCheck(CheckBox &check, QCheckBox &view)
+{
+    const auto show = [this, &check, &view] {
+        const QScopedValueRollback<bool> syncing(m_syncing, true);
+        view.setText(check.Caption());
+        view.setTristate(check.Value() == 2);
+        view.setCheckState(check.Value() == 1 ? Qt::Checked : check.Value() == 2 ? Qt::PartiallyChecked : Qt::Unchecked);
+        ShowCommonState(check, view);
+    };
+    show();
+    m_connections << connect(&check, &Control::Changed, this, show);
+    m_connections << connect(&view, &QCheckBox::clicked, &check, [this, &check, &view] {
+        if (m_syncing)
+            return;
+        const int value = view.checkState() == Qt::Checked ? 1 : view.checkState() == Qt::PartiallyChecked ? 2 : 0;
+        Guard([&check, value] { check.SetValue(value); });
+    });
+}
+
+void ViewBinder::BindLabel(Label &label, QLabel &view)
+{
+    view.setTextFormat(Qt::PlainText);
+    const auto show = [this, &label, &view] {
+        view.setText(label.Caption());
+        ShowCommonState(label, view);
+    };
+    show();
+    m_connections << connect(&label, &Control::Changed, this, show);
+}
+
+void ViewBinder::BindFrame(Frame &frame, QGroupBox &view)
+{
+    const auto show = [this, &frame, &view] {
+        view.setTitle(frame.Caption());
+        ShowCommonState(frame, view);
+    };
+    show();
+    m_connections << connect(&frame, &Control::Changed, this, show);
+}
+
+void ViewBinder::BindText(TextBox &text, QLineEdit &view)
+{
+    const auto show = [this, &text, &view] {
+        const QScopedValueRollback<bool> syncing(m_syncing, true);
+        if (view.text() != text.Text())
+            view.setText(text.Text());
+        if (text.MaxLength() > 0)
+            view.setMaxLength(text.MaxLength());
+        ShowCommonState(text, view);
+    };
+    show();
+    m_connections << connect(&text, &Control::Changed, this, show);
+    // Keys typed go through the form's key filter (see eventFilter); other
+    // edits (pasting, deleting a selection) set the whole text.
+    m_connections << connect(&view, &QLineEdit::textEdited, &text, [this, &text](const QString &edited) {
+        if (m_syncing)
+            return;
+        Guard([&text, edited] { text.SetText(edited); });
+    });
+    m_textBoxes.insert(&view, &text);
+    view.installEventFilter(this);
+}
+
+void ViewBinder::BindProgress(ProgressBar &bar, QProgressBar &view)
+{
+    const auto show = [this, &bar, &view] {
+        view.setRange(bar.Min(), qMax(bar.Min(), bar.Max()));
+        view.setValue(bar.Value());
+        ShowCommonState(bar, view);
+    };
+    show();
+    m_connections << connect(&bar, &Control::Changed, this, show);
+}
+
+bool ViewBinder::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *view = qobject_cast<QLineEdit *>(watched);
+    if (!view || !m_textBoxes.contains(view))
+        return QObject::eventFilter(watched, event);
+    TextBox *text = m_textBoxes.value(view).data();
+    if (!text)
+        return QObject::eventFilter(watched, event);
+
+    if (event->type() == QEvent::FocusOut) {
+        if (text->LostFocus)
+            Guard([text] { text->LostFocus(); });
+        return false;
+    }
+    if (event->type() != QEvent::KeyPress || view->isReadOnly())
+        return false;
+    const auto *key = static_cast<QKeyEvent *>(event);
+    int keyAscii = 0;
+    if (key->key() == Qt::Key_Backspace)
+        keyAscii = 8;
+    else if (key->text().size() == 1 && key->text().at(0).unicode() >= 32
+             && !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
+        keyAscii = key->text().at(0).unicode();
+    if (keyAscii == 0)
+        return false;
+    // As on the original platform, the form's KeyPress sees (and may change
+    // or drop) the key before it reaches the text.
+    Guard([text, keyAscii] { text->TypeKey(keyAscii); });
+    view->end(false);
+    return true;
+}
