@@ -2,7 +2,6 @@
 
 #include "controls/FormSetup.h"
 #include "session/modPrincipal.h"
-#include "wizard/MoverEntradas.h"
 #include "wizard/frmActividadPonderacion.h"
 #include "wizard/frmSelCursos.h"
 
@@ -19,17 +18,11 @@ const QString kSinMeses = QStringLiteral("000000000000");
 } // namespace
 
 frmActividadMes::frmActividadMes(Ui &ui, frmSelCursos &cursos)
-    : Form(ui, QStringLiteral("frmActividadMes"),
+    : TwoListForm(ui, QStringLiteral("frmActividadMes"),
            QStringLiteral("Selección de los meses de facturación de las actividades")),
       m_cursos(cursos)
 {
     cboActCurEsc.Click = [this] { cboActCurEsc_Click(); };
-    lstDisponibles.DblClick = [this] { lstDisponibles_DblClick(); };
-    lstSeleccionados.DblClick = [this] { lstSeleccionados_DblClick(); };
-    cmdAgregarUno.Click = [this] { cmdAgregarUno_Click(); };
-    cmdEliminarUno.Click = [this] { cmdEliminarUno_Click(); };
-    cmdAgregarTodos.Click = [this] { cmdAgregarTodos_Click(); };
-    cmdEliminarTodos.Click = [this] { cmdEliminarTodos_Click(); };
     cmdAceptar.Click = [this] { cmdAceptar_Click(); };
     cmdCancelar.Click = [this] { cmdCancelar_Click(); };
 }
@@ -113,26 +106,6 @@ void frmActividadMes::GuardarMeses(const QString &etiqueta)
     for (int mes = 1; mes <= 12; ++mes)
         mascara += elegido[size_t(mes)] ? QLatin1Char('1') : QLatin1Char('0');
     eleccion.actividad->MesesPago = mascara;
-}
-
-void frmActividadMes::cmdAgregarUno_Click()
-{
-    MoverSeleccionado(lstDisponibles, lstSeleccionados);
-}
-
-void frmActividadMes::cmdEliminarUno_Click()
-{
-    MoverSeleccionado(lstSeleccionados, lstDisponibles);
-}
-
-void frmActividadMes::cmdAgregarTodos_Click()
-{
-    MoverTodos(lstDisponibles, lstSeleccionados);
-}
-
-void frmActividadMes::cmdEliminarTodos_Click()
-{
-    MoverTodos(lstSeleccionados, lstDisponibles);
 }
 
 void frmActividadMes::cmdAceptar_Click()

@@ -2,20 +2,13 @@
 
 #include "controls/FormSetup.h"
 #include "session/modPrincipal.h"
-#include "wizard/MoverEntradas.h"
 #include "wizard/frmActividadMes.h"
 #include "wizard/frmSelCursos.h"
 
 frmSelActividad::frmSelActividad(Ui &ui, frmSelCursos &cursos)
-    : Form(ui, QStringLiteral("frmSelActividad"), QStringLiteral("Selección de Actividades")), m_cursos(cursos)
+    : TwoListForm(ui, QStringLiteral("frmSelActividad"), QStringLiteral("Selección de Actividades")), m_cursos(cursos)
 {
     cboCursoEscolar.Click = [this] { cboCursoEscolar_Click(); };
-    lstDisponibles.DblClick = [this] { lstDisponibles_DblClick(); };
-    lstSeleccionados.DblClick = [this] { lstSeleccionados_DblClick(); };
-    cmdAgregarUno.Click = [this] { cmdAgregarUno_Click(); };
-    cmdEliminarUno.Click = [this] { cmdEliminarUno_Click(); };
-    cmdAgregarTodos.Click = [this] { cmdAgregarTodos_Click(); };
-    cmdEliminarTodos.Click = [this] { cmdEliminarTodos_Click(); };
     cmdAceptar.Click = [this] { cmdAceptar_Click(); };
     cmdCancelar.Click = [this] { cmdCancelar_Click(); };
 }
@@ -96,30 +89,6 @@ void frmSelActividad::GuardarActividades(qlonglong idCursoEscolar)
         actividad->Nombre = lstSeleccionados.List(i);
         curso->colActividades.Add(actividad, Clave(id));
     }
-}
-
-void frmSelActividad::cmdAgregarUno_Click()
-{
-    MoverSeleccionado(lstDisponibles, lstSeleccionados);
-    AjustarAnchoListas();
-}
-
-void frmSelActividad::cmdEliminarUno_Click()
-{
-    MoverSeleccionado(lstSeleccionados, lstDisponibles);
-    AjustarAnchoListas();
-}
-
-void frmSelActividad::cmdAgregarTodos_Click()
-{
-    MoverTodos(lstDisponibles, lstSeleccionados);
-    AjustarAnchoListas();
-}
-
-void frmSelActividad::cmdEliminarTodos_Click()
-{
-    MoverTodos(lstSeleccionados, lstDisponibles);
-    AjustarAnchoListas();
 }
 
 void frmSelActividad::cmdAceptar_Click()

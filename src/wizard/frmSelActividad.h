@@ -1,14 +1,14 @@
 #pragma once
 
 #include "controls/Controls.h"
-#include "controls/Form.h"
+#include "wizard/TwoListForm.h"
 #include "controls/ListControls.h"
 
 class frmSelCursos;
 
 // Second step: for each chosen school year, the activities whose fees count
 // as donations. The choice is kept in each year's colActividades.
-class frmSelActividad : public Form
+class frmSelActividad : public TwoListForm
 {
 public:
     frmSelActividad(Ui &ui, frmSelCursos &cursos);
@@ -16,14 +16,6 @@ public:
     Label Label1{this, QStringLiteral("Label1"), QStringLiteral("Curso Escolar")};
     ComboBox cboCursoEscolar{this, QStringLiteral("cboCursoEscolar")};
     Frame fraActual{this, QStringLiteral("fraActual"), QStringLiteral("Actividades")};
-    Label lblDisponibles{this, QStringLiteral("lblDisponibles"), QStringLiteral("Disponibles:")};
-    ListBox lstDisponibles{this, QStringLiteral("lstDisponibles")};
-    Label lblSeleccionados{this, QStringLiteral("lblSeleccionados"), QStringLiteral("Seleccionados:")};
-    ListBox lstSeleccionados{this, QStringLiteral("lstSeleccionados")};
-    CommandButton cmdAgregarUno{this, QStringLiteral("cmdAgregarUno"), QStringLiteral("<- Agregar")};
-    CommandButton cmdEliminarUno{this, QStringLiteral("cmdEliminarUno"), QStringLiteral("Quitar ->")};
-    CommandButton cmdAgregarTodos{this, QStringLiteral("cmdAgregarTodos"), QStringLiteral("<<- Todos")};
-    CommandButton cmdEliminarTodos{this, QStringLiteral("cmdEliminarTodos"), QStringLiteral("Todos ->>")};
     CommandButton cmdAceptar{this, QStringLiteral("cmdAceptar"), QStringLiteral("Siguiente ->")};
     CommandButton cmdCancelar{this, QStringLiteral("cmdCancelar"), QStringLiteral("<- Anterior")};
 
@@ -31,12 +23,6 @@ public:
 
     void Form_Load() override;
     void cboCursoEscolar_Click();
-    void cmdAgregarUno_Click();
-    void cmdEliminarUno_Click();
-    void cmdAgregarTodos_Click();
-    void cmdEliminarTodos_Click();
-    void lstDisponibles_DblClick() { cmdAgregarUno_Click(); }
-    void lstSeleccionados_DblClick() { cmdEliminarUno_Click(); }
     void cmdAceptar_Click();
     void cmdCancelar_Click() { Unload(); }
 
@@ -49,6 +35,7 @@ public:
     void GuardarActividades(qlonglong idCursoEscolar);
 
 private:
+    void EntradasMovidas() override { AjustarAnchoListas(); }
     void AjustarAnchoListas();
 
     frmSelCursos &m_cursos;

@@ -3,19 +3,12 @@
 #include "controls/FormSetup.h"
 #include "session/denM182.h"
 #include "session/modPrincipal.h"
-#include "wizard/MoverEntradas.h"
 #include "wizard/frmSelActividad.h"
 
 frmSelCursos::frmSelCursos(Ui &ui)
-    : Form(ui, QStringLiteral("frmSelCursos"), QStringLiteral("Selección de cursos escolares para el modelo 182"))
+    : TwoListForm(ui, QStringLiteral("frmSelCursos"), QStringLiteral("Selección de cursos escolares para el modelo 182"))
 {
     cboCentro.Click = [this] { cboCentro_Click(); };
-    lstDisponibles.DblClick = [this] { lstDisponibles_DblClick(); };
-    lstSeleccionados.DblClick = [this] { lstSeleccionados_DblClick(); };
-    cmdAgregarUno.Click = [this] { cmdAgregarUno_Click(); };
-    cmdEliminarUno.Click = [this] { cmdEliminarUno_Click(); };
-    cmdAgregarTodos.Click = [this] { cmdAgregarTodos_Click(); };
-    cmdEliminarTodos.Click = [this] { cmdEliminarTodos_Click(); };
     cmdAceptar.Click = [this] { cmdAceptar_Click(); };
     cmdCancelar.Click = [this] { cmdCancelar_Click(); };
     // Reloading saved work comes with the donor step.
@@ -57,26 +50,6 @@ void frmSelCursos::cboCentro_Click()
         lstDisponibles.SetItemData(lstDisponibles.NewIndex(), rs.Fields(QStringLiteral("IDCursoEscolar")).toLongLong());
     }
     rs.Close();
-}
-
-void frmSelCursos::cmdAgregarUno_Click()
-{
-    MoverSeleccionado(lstDisponibles, lstSeleccionados);
-}
-
-void frmSelCursos::cmdEliminarUno_Click()
-{
-    MoverSeleccionado(lstSeleccionados, lstDisponibles);
-}
-
-void frmSelCursos::cmdAgregarTodos_Click()
-{
-    MoverTodos(lstDisponibles, lstSeleccionados);
-}
-
-void frmSelCursos::cmdEliminarTodos_Click()
-{
-    MoverTodos(lstSeleccionados, lstDisponibles);
 }
 
 void frmSelCursos::cmdAceptar_Click()

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "controls/Controls.h"
-#include "controls/Form.h"
+#include "wizard/TwoListForm.h"
 #include "controls/ListControls.h"
 #include "wizard/Registros.h"
 
 // First step: the school and the school years of the declaration. Owns the
 // choices of the whole wizard (colCursosEscolares, colComAut), which the
 // later steps read and write through it.
-class frmSelCursos : public Form
+class frmSelCursos : public TwoListForm
 {
 public:
     explicit frmSelCursos(Ui &ui);
@@ -16,14 +16,6 @@ public:
     Label Label1{this, QStringLiteral("Label1"), QStringLiteral("Centro:")};
     ComboBox cboCentro{this, QStringLiteral("cboCentro")};
     Frame fraCursos{this, QStringLiteral("fraCursos"), QStringLiteral("Cursos Escolares:")};
-    Label lblDisponibles{this, QStringLiteral("lblDisponibles"), QStringLiteral("Disponibles:")};
-    ListBox lstDisponibles{this, QStringLiteral("lstDisponibles")};
-    Label lblSeleccionados{this, QStringLiteral("lblSeleccionados"), QStringLiteral("Seleccionados:")};
-    ListBox lstSeleccionados{this, QStringLiteral("lstSeleccionados")};
-    CommandButton cmdAgregarUno{this, QStringLiteral("cmdAgregarUno"), QStringLiteral("<- Agregar")};
-    CommandButton cmdEliminarUno{this, QStringLiteral("cmdEliminarUno"), QStringLiteral("Quitar ->")};
-    CommandButton cmdAgregarTodos{this, QStringLiteral("cmdAgregarTodos"), QStringLiteral("<<- Todos")};
-    CommandButton cmdEliminarTodos{this, QStringLiteral("cmdEliminarTodos"), QStringLiteral("Todos ->>")};
     CommandButton cmdCargar{this, QStringLiteral("cmdCargar"), QStringLiteral("Cargar Datos")};
     CommandButton cmdAceptar{this, QStringLiteral("cmdAceptar"), QStringLiteral("Siguiente ->")};
     CommandButton cmdCancelar{this, QStringLiteral("cmdCancelar"), QStringLiteral("Salir")};
@@ -38,12 +30,6 @@ public:
 
     void Form_Load() override;
     void cboCentro_Click();
-    void cmdAgregarUno_Click();
-    void cmdEliminarUno_Click();
-    void cmdAgregarTodos_Click();
-    void cmdEliminarTodos_Click();
-    void lstDisponibles_DblClick() { cmdAgregarUno_Click(); }
-    void lstSeleccionados_DblClick() { cmdEliminarUno_Click(); }
     void cmdAceptar_Click();
     void cmdCancelar_Click() { Unload(); }
 

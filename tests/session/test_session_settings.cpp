@@ -43,8 +43,8 @@ TEST_F(SessionSettingsTest, BuildsTheHostSessionWithOpenConnectionsAndAbsolutePa
     Recordset rs = entrada->Execute(QStringLiteral("SELECT BD FROM CursoEscolar WHERE idcursoescolar=3"));
     ASSERT_FALSE(rs.Eof());
     // The year's relative string opens against the settings file's folder.
-    Connection year;
-    EXPECT_NO_THROW(year.Open(rs.Fields(QStringLiteral("BD")).toString()));
+    Connection yearDatabase;
+    EXPECT_NO_THROW(yearDatabase.Open(rs.Fields(QStringLiteral("BD")).toString()));
 
     EXPECT_TRUE(settings.Program().desarrollo);
     EXPECT_EQ(settings.Program().numeroJustificante, QStringLiteral("1820000000001"));
