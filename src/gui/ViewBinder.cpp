@@ -90,22 +90,40 @@ const QMetaObject *WidgetTypeFor(const ControlBase &control)
     return nullptr;
 }
 
-QString MandatoryStyle(const QWidget &widget)
+// The host's mandatory mark: a light yellow field. Lists and text boxes
+// get a soft border too; a drop-down list keeps its own frame and arrow
+// (a style sheet would replace them), so only its colours change.
+void ShowMandatory(QWidget &widget, bool mandatory)
 {
-    const QString color = QString::fromLatin1(ViewBinder::kMandatoryColor);
-    const QString type = QString::fromLatin1(widget.metaObject()->className());
-    if (qobject_cast<const QListView *>(&widget))
-        return QStringLiteral("QListView { background-color: %1; border: 1px solid #D6C98F; }").arg(color);
-    if (qobject_cast<const QComboBox *>(&widget))
-        return QStringLiteral("QComboBox { background-color: %1; border: 1px solid #D6C98F; border-radius: 3px;"
-                              " padding: 2px 4px; }"
-                              " QComboBox:disabled { background-color: #F6F5EE; border-color: #E2DDC8; }")
-            .arg(color);
-    if (qobject_cast<const QLineEdit *>(&widget))
-        return QStringLiteral("QLineEdit { background-color: %1; border: 1px solid #D6C98F; border-radius: 2px;"
-                              " padding: 1px 3px; }")
-            .arg(color);
-    return QStringLiteral("%1 { background-color: %2; }").arg(type, color);
+    if (widget.property("mandatory").toBool() == mandatory)
+        return;
+    widget.setProperty("mandatory", mandatory);
+    const QColor color(QString::fromLatin1(ViewBinder::kMandatoryColor));
+    if (qobject_cast<QComboBox *>(&widget)) {
+        QPalette palette;
+        if (mandatory) {
+            palette = widget.palette();
+            palette.setColor(QPalette::Active, QPalette::Button, color);
+            palette.setColor(QPalette::Inactive, QPalette::Button, color);
+            palette.setColor(QPalette::Active, QPalette::Base, color);
+            palette.setColor(QPalette::Inactive, QPalette::Base, color);
+        }
+        widget.setPalette(palette);
+        return;
+    }
+    QString style;
+    if (!mandatory)
+        style = QString();
+    else if (qobject_cast<QListView *>(&widget))
+        style = QStringLiteral("QListView { background-color: %1; border: 1px solid #D6C98F; }").arg(color.name());
+    else if (qobject_cast<QLineEdit *>(&widget))
+        style = QStringLiteral("QLineEdit { background-color: %1; border: 1px solid #D6C98F; border-radius: 2px;"
+                               " padding: 1px 3px; }")
+                    .arg(color.name());
+    else
+        style = QStringLiteral("%1 { background-color: %2; }")
+                    .arg(QString::fromLatin1(widget.metaObject()->className()), color.name());
+    widget.setStyleSheet(style);
 }
 
 } // namespace
@@ -230,10 +248,7 @@ void ViewBinder::ShowCommonState(const ControlBase &control, QWidget &widget)
     widget.setEnabled(control.Enabled());
     widget.setHidden(!control.Visible());
     widget.setToolTip(control.ToolTipText());
-    const QString style = control.Mandatory() ? MandatoryStyle(widget) : QString();
-    if (widget.styleSheet() != style)
-        widget.setStyleSheet(style);
-    widget.setProperty("mandatory", control.Mandatory());
+    ShowMandatory(widget, control.Mandatory());
 }
 
 // --- lists -----------------------------------------------------------------
@@ -281,20 +296,24 @@ void ViewBinder::BindList(ListBox &list, QListView &view)
     m_connections << connect(&list, &ListControl::Changed, this, showState);
     m_connections << connect(&list, &ListControl::ListIndexChanged, this, [this, &list, &view] { ShowListIndex(list, view); });
 
+    // A click or an arrow key selects an entry: that is the list's click.
+    // The view making an entry current on its own (when it takes the focus)
+    // selects nothing and is no click. A list keeps its highlighted entry:
+    // a click on an empty area (or a control-click on the entry) does not
+    // take it away.
     QItemSelectionModel *selection = view.selectionModel();
-    m_connections << connect(selection, &QItemSelectionModel::currentChanged, &list,
-                             [this, &list](const QModelIndex &current) {
-                                 if (m_syncing || m_structural > 0 || !current.isValid())
-                                     return;
-                                 Guard([&list, row = current.row()] { list.UserClick(row); });
-                             });
-    // A list keeps its highlighted entry: a click on an empty area (or a
-    // control-click on the entry) does not take it away.
     m_connections << connect(selection, &QItemSelectionModel::selectionChanged, &list, [this, &list, &view] {
         if (m_syncing || m_structural > 0)
             return;
-        if (!view.selectionModel()->hasSelection() && list.ListIndex() >= 0)
-            ShowListIndex(list, view);
+        const QModelIndexList rows = view.selectionModel()->selectedRows();
+        if (rows.isEmpty()) {
+            if (list.ListIndex() >= 0)
+                ShowListIndex(list, view);
+            return;
+        }
+        const int row = rows.first().row();
+        if (row != list.ListIndex())
+            Guard([&list, row] { list.UserClick(row); });
     });
     // Only a double click on an entry reaches the form.
     m_connections << connect(&view, &QAbstractItemView::doubleClicked, &list, [this, &list](const QModelIndex &index) {

@@ -106,6 +106,10 @@ TEST_F(WizardWindows, TheFirstWindowShowsTheSessionSchoolAndNothingChosen)
               (QStringList{QStringLiteral("<- Agregar"), QStringLiteral("Quitar ->"), QStringLiteral("<<- Todos"),
                            QStringLiteral("Todos ->>"), QStringLiteral("Cargar Datos"), QStringLiteral("Siguiente ->"),
                            QStringLiteral("Salir")}));
+    // The host's mandatory mark, on what the form declares mandatory only.
+    EXPECT_TRUE(Widget<QComboBox>(QStringLiteral("cboCentro")).property("mandatory").toBool());
+    EXPECT_TRUE(Widget<QListView>(QStringLiteral("lstSeleccionados")).property("mandatory").toBool());
+    EXPECT_FALSE(Widget<QListView>(QStringLiteral("lstDisponibles")).property("mandatory").toBool());
     // Reloading saved work is not offered yet.
     EXPECT_FALSE(Widget<QPushButton>(QStringLiteral("cmdCargar")).isEnabled());
 }
@@ -245,6 +249,9 @@ TEST_F(WizardWindows, TheDeductionWindowShowsTheActivityAndTheCommunityPart)
     ToDeductions();
     EXPECT_EQ(OpenViewTitles(qtUi), (QStringList{kTituloCursos, kTituloActividades, kTituloMeses, kTituloPorcentajes}));
     EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstActividad"))), QStringList{QStringLiteral("2024-2025 - Ajedrez")});
+    // Nothing is highlighted until the user picks it.
+    EXPECT_EQ(Top<frmActividadPonderacion>().lstActividad.ListIndex(), -1);
+    EXPECT_FALSE(Widget<QListView>(QStringLiteral("lstActividad")).selectionModel()->hasSelection());
     EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstActPorc"))), QStringList());
     auto &pares = Widget<QComboBox>(QStringLiteral("cboTipoPorcentaje"));
     EXPECT_TRUE(Rows(pares).contains(QStringLiteral("Donativo - 80%")));
@@ -385,14 +392,15 @@ protected:
             SCOPED_TRACE(control->Name().toStdString());
             QWidget *widget = window.findChild<QWidget *>(control->Name());
             ASSERT_NE(widget, nullptr);
-            if (auto *frame = dynamic_cast<Frame *>(control))
+            if (auto *frame = dynamic_cast<Frame *>(control)) {
                 EXPECT_EQ(static_cast<QGroupBox *>(widget)->title(), frame->Caption());
-            else if (auto *label = dynamic_cast<Label *>(control))
+            } else if (auto *label = dynamic_cast<Label *>(control)) {
                 EXPECT_EQ(static_cast<QLabel *>(widget)->text(), label->Caption());
-            else if (auto *button = dynamic_cast<CommandButton *>(control))
+            } else if (auto *button = dynamic_cast<CommandButton *>(control)) {
                 EXPECT_EQ(static_cast<QPushButton *>(widget)->text(), button->Caption());
-            else if (auto *check = dynamic_cast<CheckBox *>(control))
+            } else if (auto *check = dynamic_cast<CheckBox *>(control)) {
                 EXPECT_EQ(static_cast<QCheckBox *>(widget)->text(), check->Caption());
+            }
         }
     }
 };
