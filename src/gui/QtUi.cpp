@@ -4,6 +4,7 @@
 #include "gui/FormView.h"
 #include "session/modPrincipal.h"
 
+#include <QRect>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QEventLoop>
@@ -195,6 +196,13 @@ void QtUi::FormShown(Form &form)
         below = ViewOf(*forms.at(i));
     auto *view = new FormView(form, below);
     m_views.insert(&form, view);
+    if (below) {
+        // A step covers the one it came from, so the wizard reads as one
+        // window whose pages change rather than a pile of offset windows.
+        QRect area(QPoint(0, 0), view->size().expandedTo(below->size()));
+        area.moveCenter(below->geometry().center());
+        view->setGeometry(area);
+    }
     view->show();
     view->raise();
     view->activateWindow();
