@@ -21,6 +21,12 @@ extern QString HelpFile;
 // This program's own settings (locale, reports folder choice, ...).
 ProgramSettings &Settings();
 
+// The host's entry and school connections of the session context. A wizard
+// opened before the host handed its session over fails here, with a message
+// rather than a crash.
+Connection &ConexionEntrada();
+Connection &ConexionCentro();
+
 // The product name that titles every message box (string resource 100).
 QString LoadResString(int id);
 

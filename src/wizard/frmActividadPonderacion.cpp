@@ -60,7 +60,7 @@ void frmActividadPonderacion::Form_Load()
     CargarCatalogos();
 
     if (m_cursos.blnCargarDatosComAut) {
-        Recordset rs = modPrincipal::Configuracion().conLocalCentro()->Execute(
+        Recordset rs = modPrincipal::ConexionCentro().Execute(
             QStringLiteral("SELECT DeducComAut FROM CursoEscAct"));
         if (!rs.Eof())
             chkComunidad.SetValue(rs.Fields(QStringLiteral("DeducComAut")).toLongLong() != 0 ? 1 : 0);

@@ -27,7 +27,7 @@ void frmSelCursos::Form_Load()
     modPrincipal::blnSalir = false;
     AplicarConfiguracionFormulario(*this);
 
-    Recordset rs = configuracion.conLocalAppEntrada()->Execute(
+    Recordset rs = modPrincipal::ConexionEntrada().Execute(
         QStringLiteral("SELECT IDCentro, Nombre FROM Centro WHERE IDCentro=") + QString::number(configuracion.intIdCentro()));
     for (; !rs.Eof(); rs.MoveNext()) {
         cboCentro.AddItem(rs.Fields(QStringLiteral("Nombre")).toString());
@@ -42,7 +42,7 @@ void frmSelCursos::cboCentro_Click()
         return;
     lstDisponibles.Clear();
     lstSeleccionados.Clear();
-    Recordset rs = modPrincipal::Configuracion().conLocalAppEntrada()->Execute(
+    Recordset rs = modPrincipal::ConexionEntrada().Execute(
         QStringLiteral("SELECT IDCursoEscolar, Nombre FROM CursoEscolar WHERE codcentro=")
         + QString::number(cboCentro.ItemData(cboCentro.ListIndex())));
     for (; !rs.Eof(); rs.MoveNext()) {
@@ -86,7 +86,7 @@ void frmSelCursos::ConstruirCursosEscolares()
         curso->idCursoEscolar = qint16(id);
         curso->Nombre = lstSeleccionados.List(i);
         try {
-            Recordset rs = modPrincipal::Configuracion().conLocalAppEntrada()->Execute(
+            Recordset rs = modPrincipal::ConexionEntrada().Execute(
                 QStringLiteral("SELECT BD FROM CursoEscolar WHERE idcursoescolar=") + QString::number(id));
             if (!rs.Eof())
                 curso->conBD = rs.Fields(QStringLiteral("BD")).toString();

@@ -79,3 +79,16 @@ TEST_F(WizardFlow, ActivatingTheWizardAgainOpensAFreshFirstWindow)
     EXPECT_FALSE(modPrincipal::blnSalir);
     EXPECT_EQ(ui.OpenWindows(), QStringList{QStringLiteral("frmSelCursos")});
 }
+
+TEST_F(WizardFlow, AWizardOpenedBeforeTheSessionFailsWithAMessage)
+{
+    cAsignarDatos early(ui);
+    try {
+        early.ActivarFormulario(0);
+        FAIL() << "the first window needs the host's entry connection";
+    } catch (const SessionError &error) {
+        EXPECT_EQ(error.Message(),
+                  QStringLiteral("No hay conexión «conexionAppEntrada»: el programa principal no ha entregado la sesión."));
+    }
+    EXPECT_TRUE(ui.OpenWindows().isEmpty());
+}
