@@ -1,392 +1,238 @@
+#include "UtilTest.h"
 #include "util/NullRegistry.h"
 #include "util/OfficeDetector.h"
 
 #include <gtest/gtest.h>
 
 #include <QMap>
-#include <QSet>
 #include <QStringList>
 
-#include <map>
-#include <ostream>
-
-void PrintTo(const QString &text, std::ostream *os);
+#include <functional>
 
 namespace {
 
-// An in-memory registry: keys by full path (case-insensitive, as on Windows),
-// each with its subkeys in insertion order and its named values ("" is the
-// default value). Records what was connected and which handles stay open.
+const QString kUninstall = "HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\";
+const QString kOffice = "Microsoft Office 2000 Premium";
+
+// An in-memory registry: keys are full paths below "HKLM" or "HKCR", compared
+// without case as on Windows; subkeys enumerate in the order they were added;
+// "" names the default value. Records every connection and the open handles.
 class FakeRegistry : public RegistryReader
 {
 public:
-    bool connectLocalMachine = true;
-    bool connectClassesRoot = true;
-    QSet<QString> unopenable;   // keys that exist but cannot be opened
-    QStringList connectedTo;    // the computer of every connection
-    int connectionsToClassesRoot = 0;
+    bool reachMachine = true, reachClasses = true;
+    QStringList connections, unopenable;
 
-    // Creates the key and every key above it.
-    void addKey(Hive hive, const QString &path)
+    void addKey(const QString &path) // and every key above it
     {
-        QString parent = root(hive);
-        for (const QString &part : path.split(QLatin1Char('\\'))) {
-            const QString child = parent + QLatin1Char('\\') + part;
-            if (!m_keys.contains(norm(child))) {
-                m_keys[norm(child)] = {};
-                m_keys[norm(parent)].subkeys << part;
+        QString parent;
+        for (const QString &part : path.split("\\")) {
+            const QString child = parent.isEmpty() ? part : parent + "\\" + part;
+            if (!m_subkeys.contains(child.toLower())) {
+                m_subkeys[child.toLower()];
+                if (!parent.isEmpty())
+                    m_subkeys[parent.toLower()] << part;
             }
             parent = child;
         }
     }
-
-    void setValue(Hive hive, const QString &path, const QString &name, const QString &value)
+    void setValue(const QString &path, const QString &name, const QString &text)
     {
-        addKey(hive, path);
-        m_keys[norm(root(hive) + QLatin1Char('\\') + path)].values[name] = value;
+        addKey(path);
+        m_values[path.toLower()][name] = text;
     }
-
-    void addUninstallEntry(const QString &subkey, const QString &displayName)
+    // An installed program; its uninstall subkey is named after it.
+    void install(const QString &name) { setValue(kUninstall + name, "DisplayName", name); }
+    // "Word=Word.Application.9" is the CurVer of Word; "Word" alone a CurVer key without a value.
+    void curVer(const QString &setting)
     {
-        setValue(Hive::LocalMachine, uninstall() + QLatin1Char('\\') + subkey, QStringLiteral("DisplayName"),
-                 displayName);
+        const QString path = "HKCR\\" + setting.section('=', 0, 0) + ".Application\\CurVer";
+        setting.contains('=') ? setValue(path, "", setting.section('=', 1)) : addKey(path);
     }
-
-    void setCurVer(const QString &program, const QString &value)
-    {
-        setValue(Hive::ClassesRoot, program + QStringLiteral(".Application\\CurVer"), QString(), value);
-    }
-
-    static QString uninstall() { return QStringLiteral("SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"); }
-
     int openHandles() const { return int(m_open.size()); }
 
-    bool Connect(const QString &computer, Hive hive, Key *rootKey) override
+    bool Connect(const QString &computer, Hive hive, Key *root) override
     {
-        connectedTo << computer;
-        if (hive == Hive::ClassesRoot)
-            ++connectionsToClassesRoot;
-        if (!(hive == Hive::LocalMachine ? connectLocalMachine : connectClassesRoot))
-            return false;
-        m_keys[norm(root(hive))]; // the hive itself always exists
-        *rootKey = newHandle(root(hive));
-        return true;
+        const QString name = hive == Hive::LocalMachine ? "HKLM" : "HKCR";
+        connections << name + " " + computer;
+        addKey(name);
+        return (hive == Hive::LocalMachine ? reachMachine : reachClasses) && open(name, root);
     }
-
     bool OpenKey(Key parent, const QString &path, Key *key) override
     {
-        if (!m_open.contains(parent))
-            return false;
-        const QString full = m_open[parent] + QLatin1Char('\\') + path;
-        if (!m_keys.contains(norm(full)) || unopenable.contains(norm(full)))
-            return false;
-        *key = newHandle(full);
-        return true;
+        return m_open.contains(parent) && open(m_open[parent] + "\\" + path, key);
     }
-
     bool EnumKey(Key key, int index, QString *name) override
     {
-        if (!m_open.contains(key))
-            return false;
-        const QStringList &subkeys = m_keys[norm(m_open[key])].subkeys;
+        const QStringList subkeys = m_subkeys.value(m_open.value(key).toLower()); // none for a closed key
         if (index < 0 || index >= subkeys.size())
             return false;
         *name = subkeys[index];
         return true;
     }
-
     bool QueryValue(Key key, const QString &valueName, QString *value) override
     {
-        if (!m_open.contains(key))
-            return false;
-        const auto &values = m_keys[norm(m_open[key])].values;
+        const QMap<QString, QString> values = m_values.value(m_open.value(key).toLower());
         if (!values.contains(valueName))
             return false;
         *value = values[valueName];
         return true;
     }
-
     void CloseKey(Key key) override { m_open.remove(key); }
 
-    static QString norm(const QString &path) { return path.toLower(); }
-
 private:
-    struct Node
+    bool open(const QString &path, Key *key)
     {
-        QStringList subkeys;
-        QMap<QString, QString> values;
-    };
-
-    static QString root(Hive hive)
-    {
-        return hive == Hive::LocalMachine ? QStringLiteral("HKLM") : QStringLiteral("HKCR");
+        if (!m_subkeys.contains(path.toLower()) || unopenable.contains(path, Qt::CaseInsensitive))
+            return false;
+        *key = ++m_lastHandle;
+        m_open[*key] = path;
+        return true;
     }
 
-    Key newHandle(const QString &path)
-    {
-        m_open[++m_lastHandle] = path;
-        return m_lastHandle;
-    }
-
-    QMap<QString, Node> m_keys;
+    QMap<QString, QStringList> m_subkeys; // lower-case path -> subkey names
+    QMap<QString, QMap<QString, QString>> m_values;
     QMap<Key, QString> m_open;
     Key m_lastHandle = 100;
 };
 
-class OfficeDetectorTest : public ::testing::Test
-{
-protected:
-    FakeRegistry registry;
-    OfficeDetector detector{registry, [] { return QStringLiteral("PC-SECRETARIA"); }};
+QString computerName() { return "PC-SECRETARIA"; }
 
-    void installOffice() { registry.addUninstallEntry(QStringLiteral("{90000C0A-6000-11D3-8CFE-0050048383C9}"), QStringLiteral("Microsoft Office 2000 Premium")); }
-};
-
-TEST_F(OfficeDetectorTest, EachVersionNumberMapsToItsText)
+TEST(OfficeDetectorTest, VersionOfTheLastRecognisedProgramAndTheSoftwareFound)
 {
     const struct {
-        const char *value;
+        const char *what;
+        QStringList installed, curVers, lotusNotes;
         const char *version;
+        QStringList found;
     } cases[] = {
-        {"Word.Application.8", "Versión 97"},   {"Word.Application.9", "Versión 2000"},
-        {"Word.Application.4", "Versión 2000"}, {"Word.Application.10", "Versión XP"},
-        {"Word.Application.5", "Versión XP"},   {"Word.Application.11", ""},
-        {"Word.Application.12", ""},            {"Word.Application.7", ""},
-        {"Word.Application.08", ""},            {"Word.Application", ""},
-        {"", ""},
+        {"8", {kOffice}, {"Word=Word.Application.8"}, {}, "Versión 97", {"Microsoft Word Versión 97"}},
+        {"9", {kOffice}, {"Word=Word.Application.9"}, {}, "Versión 2000", {"Microsoft Word Versión 2000"}},
+        {"4", {kOffice}, {"Word=Word.Application.4"}, {}, "Versión 2000", {"Microsoft Word Versión 2000"}},
+        {"10", {kOffice}, {"Word=Word.Application.10"}, {}, "Versión XP", {"Microsoft Word Versión XP"}},
+        {"5", {kOffice}, {"Word=Word.Application.5"}, {}, "Versión XP", {"Microsoft Word Versión XP"}},
+        {"11", {kOffice}, {"Word=Word.Application.11"}, {}, "", {"Microsoft Word "}},
+        {"12", {kOffice}, {"Word=Word.Application.12"}, {}, "", {"Microsoft Word "}},
+        {"7", {kOffice}, {"Word=Word.Application.7"}, {}, "", {"Microsoft Word "}},
+        {"08", {kOffice}, {"Word=Word.Application.08"}, {}, "", {"Microsoft Word "}},
+        {"no number", {kOffice}, {"Word=Word.Application"}, {}, "", {"Microsoft Word "}},
+        {"empty value", {kOffice}, {"Word="}, {}, "", {"Microsoft  "}},
+        {"no readable CurVer value", {kOffice}, {"Word"}, {}, "", {}},
+        {"no Office entry", {"7-Zip 9.20"}, {"Word=Word.Application.9"}, {}, "", {}},
+        {"FrontPage 4 alone", {kOffice}, {"FrontPage=FrontPage.Application.4"}, {}, "Versión 2000",
+         {"Microsoft FrontPage Versión 2000"}},
+        {"seven programs, added in another order than the one they are read in", {kOffice},
+         {"Publisher=Publisher.Application.5", "Word=Word.Application.8", "OutLook=Outlook.Application.9",
+          "Excel=Excel.Application.9", "FrontPage=FrontPage.Application.4", "Access=Access.Application.10",
+          "PowerPoint=PowerPoint.Application.8"},
+         {}, "Versión XP",
+         {"Microsoft Word Versión 97", "Microsoft Excel Versión 2000", "Microsoft Access Versión XP",
+          "Microsoft PowerPoint Versión 97", "Microsoft FrontPage Versión 2000", "Microsoft Outlook Versión 2000",
+          "Microsoft Publisher Versión XP"}},
+        {"a later program wins", {kOffice}, {"Word=Word.Application.10", "Publisher=Publisher.Application.8"}, {},
+         "Versión 97", {"Microsoft Word Versión XP", "Microsoft Publisher Versión 97"}},
+        {"an unrecognised number keeps the text before", {kOffice},
+         {"Word=Word.Application.9", "Excel=Excel.Application.11", "Outlook=Outlook.Application.12"}, {},
+         "Versión 2000",
+         {"Microsoft Word Versión 2000", "Microsoft Excel Versión 2000", "Microsoft Outlook Versión 2000"}},
+        {"only the seven programs", {kOffice}, {"Visio=Visio.Application.10", "Project=Project.Application.9"}, {},
+         "", {}},
+        {"every Office entry scans the programs",
+         {"Microsoft Office XP Professional", "Adobe Reader", "Microsoft Office Proof (Spanish)"},
+         {"Word=Word.Application.10"}, {}, "Versión XP", {"Microsoft Word Versión XP", "Microsoft Word Versión XP"}},
+        {"Lotus Notes versions", {"Lotus Notes 6.5 (Español)"}, {}, {"6.5", "7.0"}, "",
+         {"Lotus Notes 6.5", "Lotus Notes 7.0"}},
+        {"a Notes entry without the Lotus key", {"Lotus Notes 6", kOffice}, {"Word=Word.Application.9"}, {},
+         "Versión 2000", {"Microsoft Word Versión 2000"}},
+        {"items in the order of the entries", {"Microsoft Office 2000", "Lotus Notes"},
+         {"Excel=Excel.Application.9"}, {"5.0"}, "Versión 2000", {"Microsoft Excel Versión 2000", "Lotus Notes 5.0"}},
     };
     for (const auto &c : cases) {
-        SCOPED_TRACE(c.value);
-        FakeRegistry fresh;
-        fresh.addUninstallEntry(QStringLiteral("Office"), QStringLiteral("Microsoft Office Professional"));
-        fresh.setCurVer(QStringLiteral("Word"), QString::fromLatin1(c.value));
-        OfficeDetector d(fresh, [] { return QStringLiteral("PC"); });
-        EXPECT_EQ(d.Detect(), QString::fromUtf8(c.version));
+        SCOPED_TRACE(c.what);
+        FakeRegistry registry;
+        for (const QString &name : c.installed)
+            registry.install(name);
+        for (const QString &setting : c.curVers)
+            registry.curVer(setting);
+        for (const QString &version : c.lotusNotes)
+            registry.addKey("HKLM\\SOFTWARE\\Lotus\\Notes\\" + version);
+        OfficeDetector detector(registry, computerName);
+        EXPECT_EQ(detector.Detect(), c.version);
+        EXPECT_EQ(detector.FoundSoftware(), c.found);
+        EXPECT_EQ(registry.openHandles(), 0); // every key opened is closed
     }
 }
 
-TEST_F(OfficeDetectorTest, NoOfficeEntryGivesEmpty)
+TEST(OfficeDetectorTest, RegistryFailuresAreSilentAndTheScanGoesOnAsFarAsItCan)
 {
-    registry.addUninstallEntry(QStringLiteral("7-Zip"), QStringLiteral("7-Zip 9.20"));
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_TRUE(detector.FoundSoftware().isEmpty());
+    const struct {
+        const char *what;
+        std::function<void(FakeRegistry &)> setUp;
+        const char *version;
+        QStringList found, diagnostics;
+    } cases[] = {
+        {"an entry that cannot be opened is skipped",
+         [](FakeRegistry &r) {
+             r.install("Microsoft Office 97");
+             r.unopenable << kUninstall + "Microsoft Office 97";
+             r.install(kOffice);
+         },
+         "Versión 2000", {"Microsoft Word Versión 2000"},
+         {"Unable to open registry key:SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
+          "Microsoft Office 97 Machine: PC-SECRETARIA"}},
+        {"an entry without DisplayName is ignored", [](FakeRegistry &r) { r.addKey(kUninstall + "SinNombre"); },
+         "", {}, {}},
+        {"no Uninstall key", [](FakeRegistry &) {}, "", {}, {"Cannot open key. Computer: PC-SECRETARIA"}},
+        {"the machine cannot be reached",
+         [](FakeRegistry &r) { r.install(kOffice); r.reachMachine = false; },
+         "", {}, {"Cannot connect to machine.PC-SECRETARIA", "Cannot open key. Computer: PC-SECRETARIA"}},
+        {"the classes cannot be reached",
+         [](FakeRegistry &r) { r.install(kOffice); r.reachClasses = false; },
+         "", {}, {"Cannot connect to host PC-SECRETARIA"}},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        FakeRegistry registry;
+        registry.curVer("Word=Word.Application.9");
+        c.setUp(registry);
+        OfficeDetector detector(registry, computerName);
+        EXPECT_EQ(detector.Detect(), c.version);
+        EXPECT_EQ(detector.FoundSoftware(), c.found);
+        EXPECT_EQ(detector.Diagnostics(), c.diagnostics);
+        EXPECT_EQ(registry.openHandles(), 0);
+    }
 }
 
-TEST_F(OfficeDetectorTest, NoReadableCurVerKeyGivesEmpty)
+TEST(OfficeDetectorTest, ConnectsToTheComputerByNameOnceMoreForEachOfficeEntry)
 {
-    installOffice();
-    registry.addKey(RegistryReader::Hive::ClassesRoot, QStringLiteral("Word.Application\\CurVer")); // no value
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_TRUE(detector.FoundSoftware().isEmpty());
+    FakeRegistry registry;
+    registry.install(kOffice);
+    registry.install("Microsoft Office Proof (Spanish)");
+    OfficeDetector(registry, computerName).Detect();
+    EXPECT_EQ(registry.connections,
+              (QStringList{"HKLM PC-SECRETARIA", "HKCR PC-SECRETARIA", "HKCR PC-SECRETARIA"}));
 }
 
-TEST_F(OfficeDetectorTest, FrontPageFourAloneIsVersion2000)
+TEST(OfficeDetectorTest, EachDetectionStartsAfresh)
 {
-    installOffice();
-    registry.setCurVer(QStringLiteral("FrontPage"), QStringLiteral("FrontPage.Application.4"));
-    EXPECT_EQ(detector.Detect(), QStringLiteral("Versión 2000"));
-    EXPECT_EQ(detector.FoundSoftware(), QStringList{QStringLiteral("Microsoft FrontPage Versión 2000")});
+    FakeRegistry registry;
+    registry.install(kOffice);
+    registry.curVer("Word=Word.Application.9");
+    OfficeDetector detector(registry, computerName);
+    EXPECT_EQ(detector.Detect(), "Versión 2000");
+    registry.curVer("Word=Word.Application.11");
+    EXPECT_EQ(detector.Detect(), "");
+    EXPECT_EQ(detector.FoundSoftware(), QStringList{"Microsoft Word "});
 }
 
-TEST_F(OfficeDetectorTest, ProgramsAreReadInTheirOrderAndTheLastRecognisedWins)
-{
-    installOffice();
-    // Added in another order than the one they are read in.
-    registry.setCurVer(QStringLiteral("Publisher"), QStringLiteral("Publisher.Application.5"));
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.8"));
-    registry.setCurVer(QStringLiteral("OutLook"), QStringLiteral("Outlook.Application.9"));
-    registry.setCurVer(QStringLiteral("Excel"), QStringLiteral("Excel.Application.9"));
-    registry.setCurVer(QStringLiteral("FrontPage"), QStringLiteral("FrontPage.Application.4"));
-    registry.setCurVer(QStringLiteral("Access"), QStringLiteral("Access.Application.10"));
-    registry.setCurVer(QStringLiteral("PowerPoint"), QStringLiteral("PowerPoint.Application.8"));
-
-    EXPECT_EQ(detector.Detect(), QStringLiteral("Versión XP"));
-    EXPECT_EQ(detector.FoundSoftware(), (QStringList{
-                                            QStringLiteral("Microsoft Word Versión 97"),
-                                            QStringLiteral("Microsoft Excel Versión 2000"),
-                                            QStringLiteral("Microsoft Access Versión XP"),
-                                            QStringLiteral("Microsoft PowerPoint Versión 97"),
-                                            QStringLiteral("Microsoft FrontPage Versión 2000"),
-                                            QStringLiteral("Microsoft Outlook Versión 2000"),
-                                            QStringLiteral("Microsoft Publisher Versión XP"),
-                                        }));
-}
-
-TEST_F(OfficeDetectorTest, LaterProgramOverridesEarlierOne)
-{
-    installOffice();
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.10"));
-    registry.setCurVer(QStringLiteral("Publisher"), QStringLiteral("Publisher.Application.8"));
-    EXPECT_EQ(detector.Detect(), QStringLiteral("Versión 97"));
-}
-
-TEST_F(OfficeDetectorTest, UnrecognisedNumberKeepsThePreviousText)
-{
-    installOffice();
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    registry.setCurVer(QStringLiteral("Excel"), QStringLiteral("Excel.Application.11"));
-    registry.setCurVer(QStringLiteral("Outlook"), QStringLiteral("Outlook.Application.12"));
-    EXPECT_EQ(detector.Detect(), QStringLiteral("Versión 2000"));
-    EXPECT_EQ(detector.FoundSoftware(), (QStringList{
-                                            QStringLiteral("Microsoft Word Versión 2000"),
-                                            QStringLiteral("Microsoft Excel Versión 2000"),
-                                            QStringLiteral("Microsoft Outlook Versión 2000"),
-                                        }));
-}
-
-TEST_F(OfficeDetectorTest, UnrecognisedFirstProgramIsListedWithoutVersion)
-{
-    installOffice();
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.11"));
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_EQ(detector.FoundSoftware(), QStringList{QStringLiteral("Microsoft Word ")});
-}
-
-TEST_F(OfficeDetectorTest, OnlyTheSevenProgramsAreRead)
-{
-    installOffice();
-    registry.setCurVer(QStringLiteral("Visio"), QStringLiteral("Visio.Application.10"));
-    registry.setCurVer(QStringLiteral("Project"), QStringLiteral("Project.Application.9"));
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_TRUE(detector.FoundSoftware().isEmpty());
-}
-
-TEST_F(OfficeDetectorTest, EveryOfficeEntryScansThePrograms)
-{
-    registry.addUninstallEntry(QStringLiteral("A"), QStringLiteral("Microsoft Office XP Professional"));
-    registry.addUninstallEntry(QStringLiteral("B"), QStringLiteral("Adobe Reader"));
-    registry.addUninstallEntry(QStringLiteral("C"), QStringLiteral("Microsoft Office Proof (Spanish)"));
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.10"));
-    EXPECT_EQ(detector.Detect(), QStringLiteral("Versión XP"));
-    EXPECT_EQ(detector.FoundSoftware(), (QStringList{QStringLiteral("Microsoft Word Versión XP"),
-                                                     QStringLiteral("Microsoft Word Versión XP")}));
-    EXPECT_EQ(registry.connectionsToClassesRoot, 2);
-}
-
-TEST_F(OfficeDetectorTest, LotusNotesVersionsAreListed)
-{
-    registry.addUninstallEntry(QStringLiteral("Lotus Notes 6.5"), QStringLiteral("Lotus Notes 6.5 (Español)"));
-    registry.addKey(RegistryReader::Hive::LocalMachine, QStringLiteral("SOFTWARE\\Lotus\\Notes\\6.5"));
-    registry.addKey(RegistryReader::Hive::LocalMachine, QStringLiteral("SOFTWARE\\Lotus\\Notes\\7.0"));
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_EQ(detector.FoundSoftware(),
-              (QStringList{QStringLiteral("Lotus Notes 6.5"), QStringLiteral("Lotus Notes 7.0")}));
-}
-
-TEST_F(OfficeDetectorTest, NotesEntryWithoutLotusKeyAddsNothing)
-{
-    registry.addUninstallEntry(QStringLiteral("N"), QStringLiteral("Lotus Notes 6"));
-    installOffice();
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    EXPECT_EQ(detector.Detect(), QStringLiteral("Versión 2000"));
-    EXPECT_EQ(detector.FoundSoftware(), QStringList{QStringLiteral("Microsoft Word Versión 2000")});
-}
-
-TEST_F(OfficeDetectorTest, LotusAndOfficeItemsFollowTheUninstallOrder)
-{
-    registry.addUninstallEntry(QStringLiteral("Office"), QStringLiteral("Microsoft Office 2000"));
-    registry.addUninstallEntry(QStringLiteral("Notes"), QStringLiteral("Lotus Notes"));
-    registry.addKey(RegistryReader::Hive::LocalMachine, QStringLiteral("SOFTWARE\\Lotus\\Notes\\5.0"));
-    registry.setCurVer(QStringLiteral("Excel"), QStringLiteral("Excel.Application.9"));
-    EXPECT_EQ(detector.Detect(), QStringLiteral("Versión 2000"));
-    EXPECT_EQ(detector.FoundSoftware(), (QStringList{QStringLiteral("Microsoft Excel Versión 2000"),
-                                                     QStringLiteral("Lotus Notes 5.0")}));
-}
-
-TEST_F(OfficeDetectorTest, EntryThatCannotBeOpenedIsSkipped)
-{
-    registry.addUninstallEntry(QStringLiteral("Roto"), QStringLiteral("Microsoft Office 97"));
-    registry.unopenable << FakeRegistry::norm(QStringLiteral("HKLM\\") + FakeRegistry::uninstall()
-                                              + QStringLiteral("\\Roto"));
-    registry.addUninstallEntry(QStringLiteral("Bueno"), QStringLiteral("Microsoft Office 2000"));
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    EXPECT_EQ(detector.Detect(), QStringLiteral("Versión 2000"));
-    EXPECT_EQ(detector.FoundSoftware(), QStringList{QStringLiteral("Microsoft Word Versión 2000")});
-    EXPECT_EQ(detector.Diagnostics(),
-              QStringList{QStringLiteral("Unable to open registry key:SOFTWARE\\Microsoft\\Windows\\"
-                                         "CurrentVersion\\Uninstall\\Roto Machine: PC-SECRETARIA")});
-}
-
-TEST_F(OfficeDetectorTest, EntryWithoutDisplayNameIsIgnored)
-{
-    registry.addKey(RegistryReader::Hive::LocalMachine, FakeRegistry::uninstall() + QStringLiteral("\\SinNombre"));
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_TRUE(detector.Diagnostics().isEmpty());
-}
-
-TEST_F(OfficeDetectorTest, MissingUninstallKeyIsSilent)
-{
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_EQ(detector.Diagnostics(), QStringList{QStringLiteral("Cannot open key. Computer: PC-SECRETARIA")});
-}
-
-TEST_F(OfficeDetectorTest, MachineThatCannotBeReachedGivesEmpty)
-{
-    installOffice();
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    registry.connectLocalMachine = false;
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_EQ(detector.Diagnostics(), (QStringList{QStringLiteral("Cannot connect to machine.PC-SECRETARIA"),
-                                                   QStringLiteral("Cannot open key. Computer: PC-SECRETARIA")}));
-}
-
-TEST_F(OfficeDetectorTest, ClassesThatCannotBeReachedGiveEmpty)
-{
-    installOffice();
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    registry.connectClassesRoot = false;
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_TRUE(detector.FoundSoftware().isEmpty());
-    EXPECT_EQ(detector.Diagnostics(), QStringList{QStringLiteral("Cannot connect to host PC-SECRETARIA")});
-}
-
-TEST_F(OfficeDetectorTest, ConnectsToTheComputerByName)
-{
-    installOffice();
-    detector.Detect();
-    EXPECT_EQ(registry.connectedTo,
-              (QStringList{QStringLiteral("PC-SECRETARIA"), QStringLiteral("PC-SECRETARIA")}));
-}
-
-TEST_F(OfficeDetectorTest, EveryOpenedKeyIsClosed)
-{
-    installOffice();
-    registry.addUninstallEntry(QStringLiteral("Notes"), QStringLiteral("Lotus Notes"));
-    registry.addKey(RegistryReader::Hive::LocalMachine, QStringLiteral("SOFTWARE\\Lotus\\Notes\\6.0"));
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    registry.setCurVer(QStringLiteral("Excel"), QStringLiteral("Excel.Application.9"));
-    registry.addKey(RegistryReader::Hive::ClassesRoot, QStringLiteral("Access.Application\\CurVer"));
-    detector.Detect();
-    EXPECT_EQ(registry.openHandles(), 0);
-}
-
-TEST_F(OfficeDetectorTest, EachDetectionStartsAfresh)
-{
-    installOffice();
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.9"));
-    EXPECT_EQ(detector.Detect(), QStringLiteral("Versión 2000"));
-    registry.setCurVer(QStringLiteral("Word"), QStringLiteral("Word.Application.11"));
-    EXPECT_EQ(detector.Detect(), QString());
-    EXPECT_EQ(detector.FoundSoftware(), QStringList{QStringLiteral("Microsoft Word ")});
-}
-
-TEST_F(OfficeDetectorTest, NullRegistryFindsNothing)
+TEST(OfficeDetectorTest, WithoutAWindowsRegistryNothingIsFound)
 {
     NullRegistry none;
-    OfficeDetector d(none, [] { return QStringLiteral("PC"); });
-    EXPECT_EQ(d.Detect(), QString());
-    EXPECT_TRUE(d.FoundSoftware().isEmpty());
-}
-
-TEST_F(OfficeDetectorTest, PlatformQueryWithoutWindowsRegistryIsEmpty)
-{
-#ifdef _WIN32
-    GTEST_SKIP() << "the answer depends on the Office installed on this computer";
-#else
-    EXPECT_EQ(ObtenerVersionOffice(), QString());
+    OfficeDetector detector(none, computerName);
+    EXPECT_EQ(detector.Detect(), "");
+    EXPECT_TRUE(detector.FoundSoftware().isEmpty());
+#ifndef _WIN32 // on Windows the answer depends on the Office installed
+    EXPECT_EQ(ObtenerVersionOffice(), "");
 #endif
 }
 
