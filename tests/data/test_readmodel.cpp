@@ -1,25 +1,19 @@
 // The school database read model: the donor statement run on a small year
-// database, and the declarant read from its Centro row.
+// database, the month sums of an activity, and the declarant read from the
+// Centro row.
 
-#include "test_schema_helpers.h"
-
-#include "data/Connection.h"
-#include "data/DatabaseError.h"
 #include "data/Declarante.h"
 #include "data/DonorQuery.h"
-#include "data/Recordset.h"
 #include "data/Schema.h"
 
-#include <QDir>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
+#include "test_data.h"
 
-using namespace schema_test;
+using namespace data_test;
 
 namespace {
 
 // The six pieces of the donor statement, for the activity 37.
-const QString kDonorQuery37 = QStringLiteral(
+const QString kDonorQuery37 =
     "SELECT Alumno.Apellido_1,Alumno.Apellido_2, Alumno.Nombre, Alumno_Actividad_Miembro.PrecioEuros, "
     "Miembrofamilia.Apellido1, Miembrofamilia.Apellido2, Miembrofamilia.Nombre AS Nombre1, "
     "Miembrofamilia.codFamilia, Miembrofamilia.DNI, direccion.direccion, direccion.poblacion, "
@@ -36,282 +30,147 @@ const QString kDonorQuery37 = QStringLiteral(
     "WHERE codActividad="
     "37"
     " ORDER BY Alumno.Apellido_1,Alumno.Apellido_2, Alumno.Nombre, Miembrofamilia.Apellido1, "
-    "Miembrofamilia.Apellido2, Miembrofamilia.Nombre");
+    "Miembrofamilia.Apellido2, Miembrofamilia.Nombre";
 
-const QString kEnrol = QStringLiteral(
-    "INSERT INTO Alumno_Actividad_Miembro (codAlumno, codActividad, codMiembroFamiliaPagador, PrecioEuros, "
-    "enero, febrero, marzo, abril, mayo, junio, julio, agosto, septiembre, octubre, noviembre, diciembre) VALUES ");
-
-class ReadModelTest : public ::testing::Test
+class ReadModelTest : public DataTest
 {
 protected:
     void SetUp() override
     {
-        m_db = Connection::CreateSQLite(QDir(m_dir.path()).filePath("curso.db"));
+        DataTest::SetUp();
+        m_db = Connection::CreateSQLite(Path("curso.db"));
         Schema::CreateYearDatabase(*m_db);
     }
 
     // A small school year: four students in activity 37, one in activity 38.
     void FillSchoolYear()
     {
-        Connection &db = *m_db;
-        db.Execute("INSERT INTO Direccion VALUES (1, 'Calle Mayor, 1, 2º A', 'Madrid', '28013', 28)");
-        db.Execute("INSERT INTO Direccion VALUES (2, 'Calle Real, 5', 'Toledo', '45001', 45)");
-        db.Execute("INSERT INTO Direccion VALUES (3, 'Paseo del Revellín, 3', 'Ceuta', '51001', NULL)");
-        db.Execute("INSERT INTO MiembroFamilia VALUES (10, 'Zapata', 'Ruiz', 'Pedro', 1, '12345678Z', 1)");
-        db.Execute("INSERT INTO MiembroFamilia VALUES (11, 'Abad', 'Gil', 'Marta', 1, '87654321X', 2)");
-        db.Execute("INSERT INTO MiembroFamilia VALUES (12, 'Núñez', 'Peña', 'Luis', 2, NULL, NULL)");
-        db.Execute("INSERT INTO MiembroFamilia VALUES (13, 'D''Souza', '', 'Eva', 3, 'X1234567L', 3)");
-        db.Execute("INSERT INTO MiembroFamiliaPagador VALUES (501, 10)");
-        db.Execute("INSERT INTO MiembroFamiliaPagador VALUES (502, 11)");
-        db.Execute("INSERT INTO MiembroFamiliaPagador VALUES (503, 12)");
-        db.Execute("INSERT INTO MiembroFamiliaPagador VALUES (504, 13)");
-        db.Execute("INSERT INTO Alumno (IDAlumno, Apellido_1, Apellido_2, Nombre) VALUES (1, 'Zapata', 'Abad', 'Irene')");
-        db.Execute("INSERT INTO Alumno (IDAlumno, Apellido_1, Apellido_2, Nombre) VALUES (2, 'Núñez', 'Díaz', 'Hugo')");
-        db.Execute("INSERT INTO Alumno (IDAlumno, Apellido_1, Apellido_2, Nombre) VALUES (3, 'Álvarez', 'D''Souza', 'Sara')");
-        db.Execute("INSERT INTO Alumno (IDAlumno, Apellido_1, Apellido_2, Nombre) VALUES (4, 'Alonso', 'Pérez', 'Leo')");
-        db.Execute("INSERT INTO Alumno (IDAlumno, Apellido_1, Apellido_2, Nombre) VALUES (5, 'Bravo', 'Gil', 'Ana')");
-        // Irene is paid for by both parents; her father's row goes in first.
-        db.Execute(kEnrol + "(1, 37, 501, 30, -1, -1, -1, -1, -1, -1, 0, 0, -1, -1, -1, -1)");
-        db.Execute(kEnrol + "(1, 37, 502, 30, -1, -1, -1, -1, -1, -1, 0, 0, -1, -1, -1, -1)");
-        db.Execute(kEnrol + "(2, 37, 503, 25.5, 0, 0, 0, 0, 0, 0, 0, 0, -1, -1, -1, -1)");
-        db.Execute(kEnrol + "(3, 37, 504, 30, -1, -1, -1, -1, -1, -1, 0, 0, -1, -1, -1, -1)");
-        db.Execute(kEnrol + "(4, 37, NULL, NULL, -1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, NULL)");
-        db.Execute(kEnrol + "(5, 38, 502, 18, -1, -1, -1, -1, -1, -1, 0, 0, -1, -1, -1, -1)");
+        const QString enrol = "INSERT INTO Alumno_Actividad_Miembro (codAlumno, codActividad, codMiembroFamiliaPagador, "
+                              "PrecioEuros, enero, febrero, marzo, abril, mayo, junio, julio, agosto, septiembre, "
+                              "octubre, noviembre, diciembre) VALUES (%1)";
+        const QString student = "INSERT INTO Alumno (IDAlumno, Apellido_1, Apellido_2, Nombre) VALUES (%1)";
+        for (const QString &sql : {
+                 QString("INSERT INTO Direccion VALUES (1, 'Calle Mayor, 1, 2º A', 'Madrid', '28013', 28)"),
+                 QString("INSERT INTO Direccion VALUES (2, 'Calle Real, 5', 'Toledo', '45001', 45)"),
+                 QString("INSERT INTO Direccion VALUES (3, 'Paseo del Revellín, 3', 'Ceuta', '51001', NULL)"),
+                 QString("INSERT INTO MiembroFamilia VALUES (10, 'Zapata', 'Ruiz', 'Pedro', 1, '12345678Z', 1)"),
+                 QString("INSERT INTO MiembroFamilia VALUES (11, 'Abad', 'Gil', 'Marta', 1, '87654321X', 2)"),
+                 QString("INSERT INTO MiembroFamilia VALUES (12, 'Núñez', 'Peña', 'Luis', 2, NULL, NULL)"),
+                 QString("INSERT INTO MiembroFamilia VALUES (13, 'D''Souza', '', 'Eva', 3, 'X1234567L', 3)"),
+                 QString("INSERT INTO MiembroFamiliaPagador VALUES (501, 10)"),
+                 QString("INSERT INTO MiembroFamiliaPagador VALUES (502, 11)"),
+                 QString("INSERT INTO MiembroFamiliaPagador VALUES (503, 12)"),
+                 QString("INSERT INTO MiembroFamiliaPagador VALUES (504, 13)"),
+                 student.arg("1, 'Zapata', 'Abad', 'Irene'"), student.arg("2, 'Núñez', 'Díaz', 'Hugo'"),
+                 student.arg("3, 'Álvarez', 'D''Souza', 'Sara'"), student.arg("4, 'Alonso', 'Pérez', 'Leo'"),
+                 student.arg("5, 'Bravo', 'Gil', 'Ana'"),
+                 // Irene is paid for by both parents; her father's row goes in first.
+                 enrol.arg("1, 37, 501, 30, -1, -1, -1, -1, -1, -1, 0, 0, -1, -1, -1, -1"),
+                 enrol.arg("1, 37, 502, 30, -1, -1, -1, -1, -1, -1, 0, 0, -1, -1, -1, -1"),
+                 enrol.arg("2, 37, 503, 25.5, 0, 0, 0, 0, 0, 0, 0, 0, -1, -1, -1, -1"),
+                 enrol.arg("3, 37, 504, 30, -1, -1, -1, -1, -1, -1, 0, 0, -1, -1, -1, -1"),
+                 enrol.arg("4, 37, NULL, NULL, -1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, NULL"),
+                 enrol.arg("5, 38, 502, 18, -1, -1, -1, -1, -1, -1, 0, 0, -1, -1, -1, -1")})
+            m_db->Execute(sql);
     }
 
-    // The values of one column over all rows ("NULL" for a null).
-    static QStringList Column(Recordset rs, const QString &name)
-    {
-        QStringList values;
-        rs.MoveFirst();
-        while (!rs.Eof()) {
-            const QVariant value = rs.Fields(name);
-            values << (value.isNull() ? QStringLiteral("NULL") : value.toString());
-            rs.MoveNext();
-        }
-        return values;
-    }
-
-    Declarante DeclaranteOf(const QString &values)
+    // The declarant read from a Centro row with these values.
+    QString DeclaranteOf(const QString &values)
     {
         m_db->Execute("DELETE FROM Centro");
-        m_db->Execute("INSERT INTO Centro (IDCentro, Nombre, DirectorCentro, CIF, Telefono, RFiscal) VALUES ("
-                      + values + ")");
-        return ReadDeclarante(*m_db);
+        m_db->Execute("INSERT INTO Centro (IDCentro, Nombre, DirectorCentro, CIF, Telefono, RFiscal) VALUES (" + values + ")");
+        const Declarante d = ReadDeclarante(*m_db);
+        return QStringList({d.nombre, d.pcNombre, d.pcApellido1, d.pcApellido2, d.cif, d.telefono, d.rFiscal}).join('|');
     }
 
-    QTemporaryDir m_dir;
     ConnectionPtr m_db;
 };
 
-} // namespace
-
-// --- The donor statement ---------------------------------------------------------------------
-
-TEST_F(ReadModelTest, DonorQueryIsTheSixPiecesJoined)
+TEST_F(ReadModelTest, DonorQueryIsTheSixPiecesWithTheKeyAsPlainDigits)
 {
     EXPECT_EQ(DonorQuery(37), kDonorQuery37);
+    EXPECT_EQ(DonorQuery(12345), QString(kDonorQuery37).replace("codActividad=37 ", "codActividad=12345 "));
 }
 
-TEST_F(ReadModelTest, DonorQueryWritesTheActivityKeyAsPlainDigits)
-{
-    EXPECT_TRUE(DonorQuery(5).contains("WHERE codActividad=5 ORDER BY Alumno.Apellido_1,Alumno.Apellido_2,"));
-    EXPECT_TRUE(DonorQuery(12345).contains("WHERE codActividad=12345 ORDER BY"));
-}
-
-TEST_F(ReadModelTest, DonorQueryGivesTheColumnsTheGridReads)
+TEST_F(ReadModelTest, DonorRowsComeByStudentThenPayerWithNullsForWhatIsMissing)
 {
     FillSchoolYear();
-    const Recordset rs = m_db->Execute(DonorQuery(37));
-    EXPECT_EQ(rs.FieldNames(),
-              (QStringList{"Apellido_1", "Apellido_2", "Nombre", "PrecioEuros", "Apellido1", "Apellido2", "Nombre1",
-                           "codFamilia", "DNI", "direccion", "poblacion", "codigopostal", "descripcion", "dato1",
-                           "dato2", "dato3", "dato4", "dato5", "dato6", "dato7", "dato8", "dato9", "dato10",
-                           "dato11", "dato12", "IDAlumno", "IDMiembroFamilia"}));
+    EXPECT_EQ(m_db->Execute(DonorQuery(37)).FieldNames(),
+              QStringList({"Apellido_1", "Apellido_2", "Nombre", "PrecioEuros", "Apellido1", "Apellido2", "Nombre1",
+                           "codFamilia", "DNI", "direccion", "poblacion", "codigopostal", "descripcion", "dato1", "dato2",
+                           "dato3", "dato4", "dato5", "dato6", "dato7", "dato8", "dato9", "dato10", "dato11", "dato12",
+                           "IDAlumno", "IDMiembroFamilia"}));
+    // Spanish order: Alonso < Álvarez < Núñez < Zapata; Irene's payers Abad < Zapata, adjacent.
+    EXPECT_EQ(Rows(*m_db, DonorQuery(37),
+                   {"Apellido_1", "Nombre", "PrecioEuros", "Apellido1", "Apellido2", "Nombre1", "codFamilia", "DNI",
+                    "direccion", "poblacion", "codigopostal", "descripcion", "IDAlumno", "IDMiembroFamilia"}),
+              QStringList({// without payer
+                           "Alonso|Leo|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|4|NULL",
+                           // an address without province
+                           "Álvarez|Sara|30|D'Souza||Eva|3|X1234567L|Paseo del Revellín, 3|Ceuta|51001|NULL|3|13",
+                           // a payer without address
+                           "Núñez|Hugo|25.5|Núñez|Peña|Luis|2|NULL|NULL|NULL|NULL|NULL|2|12",
+                           "Zapata|Irene|30|Abad|Gil|Marta|1|87654321X|Calle Real, 5|Toledo|45001|Toledo|1|11",
+                           "Zapata|Irene|30|Zapata|Ruiz|Pedro|1|12345678Z|Calle Mayor, 1, 2º A|Madrid|28013|Madrid|1|10"}));
+    // Month flags January to December.
+    EXPECT_EQ(Rows(*m_db, DonorQuery(37), {"dato1", "dato2", "dato3", "dato4", "dato5", "dato6", "dato7", "dato8",
+                                           "dato9", "dato10", "dato11", "dato12"}),
+              QStringList({"-1|0|0|0|0|0|0|0|0|0|0|NULL", "-1|-1|-1|-1|-1|-1|0|0|-1|-1|-1|-1",
+                           "0|0|0|0|0|0|0|0|-1|-1|-1|-1", "-1|-1|-1|-1|-1|-1|0|0|-1|-1|-1|-1",
+                           "-1|-1|-1|-1|-1|-1|0|0|-1|-1|-1|-1"}));
+    EXPECT_EQ(Rows(*m_db, DonorQuery(38), {"Nombre", "Nombre1"}), QStringList{"Ana|Marta"});
+    EXPECT_TRUE(Rows(*m_db, DonorQuery(99)).isEmpty());
 }
 
-TEST_F(ReadModelTest, DonorRowsComeOrderedByStudentThenPayer)
+TEST_F(ReadModelTest, MonthSumsOfAnActivityAreMinusTheEnrolmentsCharged)
 {
     FillSchoolYear();
-    const Recordset rs = m_db->Execute(DonorQuery(37));
-    // Spanish order: Alonso < Álvarez < Núñez < Zapata; Irene's payers Abad < Zapata.
-    EXPECT_EQ(Column(rs, "Apellido_1"), (QStringList{"Alonso", "Álvarez", "Núñez", "Zapata", "Zapata"}));
-    EXPECT_EQ(Column(rs, "IDAlumno"), (QStringList{"4", "3", "2", "1", "1"}));
-    EXPECT_EQ(Column(rs, "IDMiembroFamilia"), (QStringList{"NULL", "13", "12", "11", "10"}));
+    EXPECT_EQ(Rows(*m_db, "SELECT sum(enero) AS Campo0, sum(febrero) AS Campo1, sum(marzo) AS Campo2, sum(abril) AS "
+                          "Campo3, sum(mayo) AS Campo4, sum(junio) AS Campo5, sum(julio) AS Campo6, sum(agosto) AS "
+                          "Campo7, sum(septiembre) AS Campo8, sum(octubre) AS Campo9, sum(noviembre) AS Campo10, "
+                          "sum(diciembre) AS Campo11 FROM Alumno_actividad_miembro WHERE codactividad=37"),
+              QStringList{"-4|-3|-3|-3|-3|-3|0|0|-4|-4|-4|-4"});
 }
 
-TEST_F(ReadModelTest, TwoPayersOfOneStudentAreAdjacentRows)
+TEST_F(ReadModelTest, DeclarantIsTheFirstCentroRowCleanedUp)
 {
-    FillSchoolYear();
-    const Recordset rs = m_db->Execute(DonorQuery(37));
-    const QStringList payers = Column(rs, "Apellido1");
-    EXPECT_EQ(payers.mid(3), (QStringList{"Abad", "Zapata"}));
-    EXPECT_EQ(Column(rs, "Nombre1").mid(3), (QStringList{"Marta", "Pedro"}));
-    EXPECT_EQ(Column(rs, "poblacion").mid(3), (QStringList{"Toledo", "Madrid"}));
-    EXPECT_EQ(Column(rs, "descripcion").mid(3), (QStringList{"Toledo", "Madrid"}));
-}
+    // Centro values -> name|contact name|surname 1|surname 2|CIF|telephone|tax regime
+    const std::pair<const char *, const char *> cases[] = {
+        {"1, 'Colegio Nª Sª de la Peña', 'Teresa Gutiérrez Alcañiz', 'r2800347c', '913 456 780 ext', 1",
+         "COLEGIO N. S. DE LA PEÑA|TERESA|GUTIÉRREZ|ALCAÑIZ|R2800347C|913 456 780 EXT|1"},
+        {"1, 'C', 'D', 'B123', '1', 1", "C|D|-|-|00000B123|1|1"},
+        {"1, 'C', 'D', 'ESR2800347C', '1', 1", "C|D|-|-|R2800347C|1|1"},
+        {"1, 'C', 'D', '12345678901', '1', 1", "C|D|-|-|345678901|1|1"},
+        {"1, 'C', 'D', '', '1', 1", "C|D|-|-|000000000|1|1"},
+        {"1, NULL, NULL, NULL, NULL, NULL", "|-|-|-|||"},
+        // The tax regime is rounded half to even.
+        {"1, 'C', 'D', 'B1', '1', 2.5", "C|D|-|-|0000000B1|1|2"},
+        {"1, 'C', 'D', 'B1', '1', 3.5", "C|D|-|-|0000000B1|1|4"},
+        {"1, 'C', 'D', 'B1', '1', '7'", "C|D|-|-|0000000B1|1|7"},
+    };
+    for (const auto &[values, expected] : cases)
+        EXPECT_EQ(DeclaranteOf(values), QString(expected)) << values;
 
-TEST_F(ReadModelTest, EnrolmentWithoutPayerGivesEmptyPayerColumns)
-{
-    FillSchoolYear();
-    Recordset rs = m_db->Execute(DonorQuery(37));
-    ASSERT_FALSE(rs.Eof());
-    EXPECT_EQ(rs.Fields("Nombre").toString(), "Leo");
-    for (const char *column : {"PrecioEuros", "Apellido1", "Apellido2", "Nombre1", "codFamilia", "DNI", "direccion",
-                               "poblacion", "codigopostal", "descripcion", "IDMiembroFamilia"})
-        EXPECT_TRUE(rs.Fields(column).isNull()) << column;
-    EXPECT_EQ(rs.Fields("dato1").toInt(), -1);
-    EXPECT_TRUE(rs.Fields("dato12").isNull());
-}
-
-TEST_F(ReadModelTest, PayerWithoutAddressGivesEmptyAddressColumns)
-{
-    FillSchoolYear();
-    Recordset rs = m_db->Execute(DonorQuery(37));
-    rs.MoveNext();
-    rs.MoveNext();
-    ASSERT_EQ(rs.Fields("Apellido1").toString(), "Núñez");
-    EXPECT_EQ(rs.Fields("Nombre1").toString(), "Luis");
-    EXPECT_EQ(rs.Fields("PrecioEuros").toDouble(), 25.5);
-    EXPECT_TRUE(rs.Fields("DNI").isNull());
-    for (const char *column : {"direccion", "poblacion", "codigopostal", "descripcion"})
-        EXPECT_TRUE(rs.Fields(column).isNull()) << column;
-    EXPECT_EQ(rs.Fields("IDMiembroFamilia").toInt(), 12);
-}
-
-TEST_F(ReadModelTest, AddressWithoutProvinceKeepsTheAddress)
-{
-    FillSchoolYear();
-    Recordset rs = m_db->Execute(DonorQuery(37));
-    rs.MoveNext();
-    ASSERT_EQ(rs.Fields("Apellido1").toString(), "D'Souza");
-    EXPECT_EQ(rs.Fields("Apellido2").toString(), "");
-    EXPECT_EQ(rs.Fields("direccion").toString(), "Paseo del Revellín, 3");
-    EXPECT_EQ(rs.Fields("codigopostal").toString(), "51001");
-    EXPECT_TRUE(rs.Fields("descripcion").isNull());
-    EXPECT_EQ(rs.Fields("DNI").toString(), "X1234567L");
-}
-
-TEST_F(ReadModelTest, MonthFlagsComeInCalendarOrder)
-{
-    FillSchoolYear();
-    Recordset rs = m_db->Execute(DonorQuery(37));
-    rs.MoveNext();
-    rs.MoveNext();   // Hugo: September to December only
-    QStringList flags;
-    for (int month = 1; month <= 12; ++month)
-        flags << rs.Fields(QStringLiteral("dato%1").arg(month)).toString();
-    EXPECT_EQ(flags, (QStringList{"0", "0", "0", "0", "0", "0", "0", "0", "-1", "-1", "-1", "-1"}));
-    EXPECT_EQ(rs.Fields("codFamilia").toInt(), 2);
-}
-
-TEST_F(ReadModelTest, OnlyTheActivitysEnrolmentsAreRead)
-{
-    FillSchoolYear();
-    EXPECT_EQ(Column(m_db->Execute(DonorQuery(38)), "Nombre"), QStringList{"Ana"});
-    EXPECT_TRUE(m_db->Execute(DonorQuery(99)).Eof());
-}
-
-// --- The declarant ---------------------------------------------------------------------------
-
-TEST_F(ReadModelTest, DeclarantIsReadFromTheSchoolRow)
-{
-    const Declarante d = DeclaranteOf("1, 'Colegio Nª Sª de la Peña', 'Teresa Gutiérrez Alcañiz', 'r2800347c', "
-                                      "'913 456 780 ext', 1");
-    EXPECT_EQ(d.nombre, "COLEGIO N. S. DE LA PEÑA");
-    EXPECT_EQ(d.pcNombre, "TERESA");
-    EXPECT_EQ(d.pcApellido1, "GUTIÉRREZ");
-    EXPECT_EQ(d.pcApellido2, "ALCAÑIZ");
-    EXPECT_EQ(d.cif, "R2800347C");
-    EXPECT_EQ(d.telefono, "913 456 780 EXT");
-    EXPECT_EQ(d.rFiscal, "1");
-}
-
-TEST_F(ReadModelTest, ShortCifIsFilledWithZerosOnTheLeft)
-{
-    EXPECT_EQ(DeclaranteOf("1, 'C', 'D', 'B123', '1', 1").cif, "00000B123");
-}
-
-TEST_F(ReadModelTest, LongCifKeepsItsLastNineCharacters)
-{
-    EXPECT_EQ(DeclaranteOf("1, 'C', 'D', 'ESR2800347C', '1', 1").cif, "R2800347C");
-    EXPECT_EQ(DeclaranteOf("1, 'C', 'D', '12345678901', '1', 1").cif, "345678901");
-}
-
-TEST_F(ReadModelTest, NullFieldsBecomeEmptyTexts)
-{
-    const Declarante d = DeclaranteOf("1, NULL, NULL, NULL, NULL, NULL");
-    EXPECT_EQ(d.nombre, "");
-    EXPECT_EQ(d.cif, "");
-    EXPECT_EQ(d.telefono, "");
-    EXPECT_EQ(d.rFiscal, "");
-    EXPECT_EQ(d.pcNombre, "-");
-    EXPECT_EQ(d.pcApellido1, "-");
-    EXPECT_EQ(d.pcApellido2, "-");
-}
-
-TEST_F(ReadModelTest, EmptyCifIsAllZeros)
-{
-    EXPECT_EQ(DeclaranteOf("1, 'C', 'D', '', '1', 1").cif, "000000000");
-}
-
-TEST_F(ReadModelTest, TaxRegimeIsRoundedToAWholeNumberHalfToEven)
-{
-    EXPECT_EQ(DeclaranteOf("1, 'C', 'D', 'B1', '1', 2.5").rFiscal, "2");
-    EXPECT_EQ(DeclaranteOf("1, 'C', 'D', 'B1', '1', 3.5").rFiscal, "4");
-    EXPECT_EQ(DeclaranteOf("1, 'C', 'D', 'B1', '1', '7'").rFiscal, "7");
-}
-
-TEST_F(ReadModelTest, DeclarantComesFromTheFirstRow)
-{
-    m_db->Execute("INSERT INTO Centro (IDCentro, Nombre) VALUES (4, 'Primero')");
     m_db->Execute("INSERT INTO Centro (IDCentro, Nombre) VALUES (9, 'Segundo')");
-    EXPECT_EQ(ReadDeclarante(*m_db).nombre, "PRIMERO");
-}
-
-TEST_F(ReadModelTest, DeclarantIsReadWithSelectStar)
-{
-    m_db->Execute("INSERT INTO Centro (IDCentro, Nombre) VALUES (4, 'Primero')");
     QStringList statements;
     m_db->SetObserver([&](const Connection &, const QString &sql) { statements << sql; });
-    ReadDeclarante(*m_db);
+    EXPECT_EQ(ReadDeclarante(*m_db).nombre, "C");
     EXPECT_EQ(statements, QStringList{"SELECT * FROM Centro"});
-}
-
-TEST_F(ReadModelTest, SchoolWithoutRowIsAnError)
-{
+    m_db->Execute("DELETE FROM Centro");
     EXPECT_THROW(ReadDeclarante(*m_db), DatabaseError);
 }
 
-struct DirectorCase
+TEST(DirectorSplit, GivesANameAndTwoSurnamesInCapitalsOrDashes)
 {
-    const char *director;
-    const char *nombre;
-    const char *apellido1;
-    const char *apellido2;
-};
-
-class DirectorSplitTest : public ::testing::TestWithParam<DirectorCase>
-{
-};
-
-TEST_P(DirectorSplitTest, SplitsIntoNameAndTwoSurnames)
-{
-    const DirectorCase c = GetParam();
-    const ContactName name = SplitDirector(QString::fromUtf8(c.director));
-    EXPECT_EQ(name.nombre, QString::fromUtf8(c.nombre));
-    EXPECT_EQ(name.apellido1, QString::fromUtf8(c.apellido1));
-    EXPECT_EQ(name.apellido2, QString::fromUtf8(c.apellido2));
+    const std::pair<const char *, const char *> cases[] = {
+        {"Juan García López", "JUAN|GARCÍA|LÓPEZ"}, {"Juan García", "JUAN|GARCÍA|-"}, {"Juan", "JUAN|-|-"},
+        {"", "-|-|-"}, {"  Juan   García  López ", "JUAN|GARCÍA|LÓPEZ"}, {"Mª Ángeles Núñez", "M.|ÁNGELES|NÚÑEZ"},
+        {"Juan García de la Fuente", "JUAN|GARCÍA|DE LA FUENTE"}, {"Ana D'Souza Íñiguez", "ANA|D'SOUZA|ÍÑIGUEZ"},
+    };
+    for (const auto &[director, expected] : cases) {
+        const ContactName name = SplitDirector(director);
+        EXPECT_EQ(name.nombre + "|" + name.apellido1 + "|" + name.apellido2, QString(expected)) << director;
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Directors, DirectorSplitTest,
-    ::testing::Values(DirectorCase{"Juan García López", "JUAN", "GARCÍA", "LÓPEZ"},
-                      DirectorCase{"Juan García", "JUAN", "GARCÍA", "-"},
-                      DirectorCase{"Juan", "JUAN", "-", "-"},
-                      DirectorCase{"", "-", "-", "-"},
-                      DirectorCase{"  Juan   García  López ", "JUAN", "GARCÍA", "LÓPEZ"},
-                      DirectorCase{"Mª Ángeles Núñez", "M.", "ÁNGELES", "NÚÑEZ"},
-                      DirectorCase{"Juan García de la Fuente", "JUAN", "GARCÍA", "DE LA FUENTE"},
-                      DirectorCase{"Ana D'Souza Íñiguez", "ANA", "D'SOUZA", "ÍÑIGUEZ"}));
+} // namespace
