@@ -1,10 +1,12 @@
 #include "GuiFixture.h"
 
-#include "controls/ControlBase.h"
 #include "controls/Controls.h"
+#include "data/Connection.h"
 #include "gui/FormView.h"
 #include "gui/ViewBinder.h"
 #include "gui/ViewFactory.h"
+#include "session/SessionSettings.h"
+#include "session/denM182.h"
 #include "session/modPrincipal.h"
 #include "wizard/frmActividadAlumno.h"
 #include "wizard/frmActividadMes.h"
@@ -12,398 +14,241 @@
 #include "wizard/frmSelActividad.h"
 #include "wizard/frmSelCursos.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialog>
-#include <QGroupBox>
 #include <QImage>
-#include <QLabel>
-#include <QListView>
-#include <QPushButton>
 #include <QTimer>
 
 namespace {
 
-const QString kTituloCursos = QStringLiteral("Selección de cursos escolares para el modelo 182");
-const QString kTituloActividades = QStringLiteral("Selección de Actividades");
-const QString kTituloMeses = QStringLiteral("Selección de los meses de facturación de las actividades");
-const QString kTituloPorcentajes = QStringLiteral("Selección de porcentajes de deducciones");
-const QString kTituloAlumnos = QStringLiteral("Datos de los Alumnos en las Actividades Seleccionadas");
-
-QStringList ButtonTexts(QWidget &view, const QStringList &names)
-{
-    QStringList texts;
-    for (const QString &name : names) {
-        auto *button = view.findChild<QPushButton *>(name);
-        texts << (button ? button->text() : QStringLiteral("(missing)"));
-    }
-    return texts;
-}
+const QString kCursos = "Selección de cursos escolares para el modelo 182";
+const QString kActividades = "Selección de Actividades";
+const QString kMeses = "Selección de los meses de facturación de las actividades";
+const QString kPorcentajes = "Selección de porcentajes de deducciones";
+const QString kAlumnos = "Datos de los Alumnos en las Actividades Seleccionadas";
 
 int FormViewsAlive()
 {
     int count = 0;
     for (QWidget *widget : QApplication::topLevelWidgets())
-        if (qobject_cast<FormView *>(widget))
-            ++count;
+        count += qobject_cast<FormView *>(widget) ? 1 : 0;
     return count;
 }
 
 } // namespace
 
-class WizardWindows : public GuiWizardTest
+// The small school of the wizard tests, installed in a temporary folder and
+// handed to the add-in as the host would; the wizard's windows are real.
+class WizardWindows : public GuiTest
 {
 protected:
-    // School chosen, the given years moved to "Seleccionados:" with the
-    // "<- Agregar" button, then "Siguiente ->".
-    void ToActivities(const QStringList &years)
+    void TearDown() override
+    {
+        GuiTest::TearDown();
+        if (denM182::conM182().State() == Connection::adStateOpen)
+            denM182::conM182().Close();
+        denM182::conM182().SetConnectionString(denM182::InitialConnectionString());
+        Connection::SetBaseFolder(QString());
+        modPrincipal::blnSalir = false;
+        cConfiguracion &c = modPrincipal::Configuracion();
+        c.set_conLocalAppEntrada(nullptr);
+        c.set_conLocalCentro(nullptr);
+        c.set_conLocalBorradoCentro(nullptr);
+        c.set_datossesion(nullptr);
+    }
+    void Install()
+    {
+        paths = BuildInstallation(dir.path(), SmallSchool());
+        const SessionSettings settings = SessionSettings::Load(paths.iniFile);
+        modPrincipal::Settings() = settings.Program();
+        addin = std::make_unique<cAsignarDatos>(qtUi);
+        addin->ObtenerDatos(settings.BuildSession());
+    }
+    // Opens the first window as ActivarFormulario does, without waiting.
+    frmSelCursos &OpenWizard()
+    {
+        if (!addin)
+            Install();
+        qtUi.ShowModal(std::make_shared<frmSelCursos>(qtUi));
+        return dynamic_cast<frmSelCursos &>(*qtUi.Stack().Top());
+    }
+    // School chosen, "2024-2025" moved to "Seleccionados:", then "Siguiente ->".
+    void ToActivities()
     {
         OpenWizard();
-        ChooseWithKeys(Widget<QComboBox>(QStringLiteral("cboCentro")), QStringLiteral("Colegio San Prueba"));
-        for (const QString &year : years) {
-            ClickRow(Widget<QListView>(QStringLiteral("lstDisponibles")), year);
-            Widget<QPushButton>(QStringLiteral("cmdAgregarUno")).click();
-        }
-        Widget<QPushButton>(QStringLiteral("cmdAceptar")).click();
+        ChooseWithKeys(Widget<QComboBox>("cboCentro"), "Colegio San Prueba");
+        ClickRow(Widget<QListView>("lstDisponibles"), "2024-2025");
+        Click("cmdAgregarUno");
+        Click("cmdAceptar");
     }
-    // On to the deduction step with "2024-2025 - Ajedrez" and its months.
-    void ToDeductions()
-    {
-        ToActivities({QStringLiteral("2024-2025")});
-        ClickRow(Widget<QListView>(QStringLiteral("lstDisponibles")), QStringLiteral("Ajedrez"));
-        Widget<QPushButton>(QStringLiteral("cmdAgregarUno")).click();
-        Widget<QPushButton>(QStringLiteral("cmdAceptar")).click();
-        Widget<QPushButton>(QStringLiteral("cmdAgregarTodos")).click();
-        Widget<QPushButton>(QStringLiteral("cmdAceptar")).click();
-    }
+
+    InstallationPaths paths;
+    std::unique_ptr<cAsignarDatos> addin;
 };
 
-TEST_F(WizardWindows, TheFirstWindowShowsTheSessionSchoolAndNothingChosen)
+TEST_F(WizardWindows, TheFirstWindowShowsTheSessionSchoolAndRefusesToGoOnEmpty)
 {
+    Install();
+    QImage icon(16, 16, QImage::Format_ARGB32);
+    icon.fill(Qt::darkBlue);
+    ASSERT_TRUE(icon.save(paths.iconFile, "PNG"));
     OpenWizard();
     QWidget *view = TopView();
     ASSERT_NE(view, nullptr);
-    EXPECT_TRUE(view->isVisible());
-    EXPECT_EQ(view->objectName(), QStringLiteral("frmSelCursos"));
-    EXPECT_EQ(view->windowTitle(), kTituloCursos);
-    EXPECT_TRUE(view->isModal());
+    EXPECT_TRUE(view->isVisible() && view->isModal());
+    EXPECT_EQ(view->windowTitle(), kCursos);
+    EXPECT_FALSE(view->windowIcon().availableSizes().isEmpty()); // the session's icon
 
-    auto &centro = Widget<QComboBox>(QStringLiteral("cboCentro"));
-    EXPECT_EQ(Rows(centro), QStringList{QStringLiteral("Colegio San Prueba")});
+    auto &centro = Widget<QComboBox>("cboCentro");
+    EXPECT_EQ(Rows(centro), QStringList{"Colegio San Prueba"});
     EXPECT_EQ(centro.currentIndex(), -1);
-    EXPECT_EQ(centro.currentText(), QString());
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstDisponibles"))), QStringList());
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstSeleccionados"))), QStringList());
+    EXPECT_EQ(ListRows("lstDisponibles") + ListRows("lstSeleccionados"), QStringList());
+    EXPECT_EQ(Texts({"Label1", "fraCursos", "lblDisponibles", "lblSeleccionados", "cmdAgregarUno", "cmdEliminarUno",
+                     "cmdAgregarTodos", "cmdEliminarTodos", "cmdCargar", "cmdAceptar", "cmdCancelar"}),
+              (QStringList{"Centro:", "Cursos Escolares:", "Disponibles:", "Seleccionados:", "<- Agregar", "Quitar ->",
+                           "<<- Todos", "Todos ->>", "Cargar Datos", "Siguiente ->", "Salir"}));
+    EXPECT_FALSE(Widget("cmdCargar").isEnabled()); // reloading saved work is not offered yet
 
-    EXPECT_EQ(Widget<QLabel>(QStringLiteral("Label1")).text(), QStringLiteral("Centro:"));
-    EXPECT_EQ(Widget<QGroupBox>(QStringLiteral("fraCursos")).title(), QStringLiteral("Cursos Escolares:"));
-    EXPECT_EQ(Widget<QLabel>(QStringLiteral("lblDisponibles")).text(), QStringLiteral("Disponibles:"));
-    EXPECT_EQ(Widget<QLabel>(QStringLiteral("lblSeleccionados")).text(), QStringLiteral("Seleccionados:"));
-    EXPECT_EQ(ButtonTexts(*view, {QStringLiteral("cmdAgregarUno"), QStringLiteral("cmdEliminarUno"),
-                                  QStringLiteral("cmdAgregarTodos"), QStringLiteral("cmdEliminarTodos"),
-                                  QStringLiteral("cmdCargar"), QStringLiteral("cmdAceptar"), QStringLiteral("cmdCancelar")}),
-              (QStringList{QStringLiteral("<- Agregar"), QStringLiteral("Quitar ->"), QStringLiteral("<<- Todos"),
-                           QStringLiteral("Todos ->>"), QStringLiteral("Cargar Datos"), QStringLiteral("Siguiente ->"),
-                           QStringLiteral("Salir")}));
-    // The host's mandatory mark, on what the form declares mandatory only.
-    EXPECT_TRUE(Widget<QComboBox>(QStringLiteral("cboCentro")).property("mandatory").toBool());
-    EXPECT_TRUE(Widget<QListView>(QStringLiteral("lstSeleccionados")).property("mandatory").toBool());
-    EXPECT_FALSE(Widget<QListView>(QStringLiteral("lstDisponibles")).property("mandatory").toBool());
-    // Reloading saved work is not offered yet.
-    EXPECT_FALSE(Widget<QPushButton>(QStringLiteral("cmdCargar")).isEnabled());
-}
-
-TEST_F(WizardWindows, TheSelectedListIsOnTheLeftOfTheAvailableOne)
-{
-    OpenWizard();
-    QWidget *view = TopView();
+    // "Seleccionados:" left of the buttons, "Disponibles:" right of them, and
+    // the lists take the room the window gives them.
     view->resize(720, 480);
     QApplication::processEvents();
-    auto &seleccionados = Widget<QListView>(QStringLiteral("lstSeleccionados"));
-    auto &disponibles = Widget<QListView>(QStringLiteral("lstDisponibles"));
-    auto &agregar = Widget<QPushButton>(QStringLiteral("cmdAgregarUno"));
-    const int left = seleccionados.mapTo(view, QPoint(0, 0)).x();
-    const int middle = agregar.mapTo(view, QPoint(0, 0)).x();
-    const int right = disponibles.mapTo(view, QPoint(0, 0)).x();
-    EXPECT_LT(left, middle);
-    EXPECT_LT(middle, right);
-    // The lists take the room the window gives them.
-    EXPECT_GT(seleccionados.height(), 200);
-    EXPECT_GT(seleccionados.width(), 200);
+    const auto left = [&](const char *name) { return Widget(name).mapTo(view, QPoint(0, 0)).x(); };
+    EXPECT_LT(left("lstSeleccionados"), left("cmdAgregarUno"));
+    EXPECT_LT(left("cmdAgregarUno"), left("lstDisponibles"));
+    EXPECT_GT(Widget("lstSeleccionados").height(), 200);
+    EXPECT_GT(Widget("lstSeleccionados").width(), 200);
+
+    Click("cmdAceptar");
+    ExpectMessage(0, "Debe seleccionar algún curso escolar", QMessageBox::Warning, view);
+    EXPECT_EQ(messages.value(0).buttons, QStringList{"Aceptar"});
+    EXPECT_EQ(OpenViewTitles(), QStringList{kCursos});
 }
 
-TEST_F(WizardWindows, ForwardWithNothingSelectedWarnsOverTheWindowAndStays)
+TEST_F(WizardWindows, MovingYearsThenForwardAndBackByButtonOrTitleBar)
 {
     OpenWizard();
-    QWidget *view = TopView();
-    Widget<QPushButton>(QStringLiteral("cmdAceptar")).click();
-    ASSERT_EQ(messages.size(), 1);
-    EXPECT_EQ(messages[0].title, QStringLiteral("Vendelar"));
-    EXPECT_EQ(messages[0].text, QStringLiteral("Debe seleccionar algún curso escolar"));
-    EXPECT_EQ(messages[0].icon, QMessageBox::Warning);
-    EXPECT_EQ(messages[0].buttons, QStringList{QStringLiteral("Aceptar")});
-    EXPECT_EQ(messages[0].parent, view);
-    EXPECT_EQ(OpenViewTitles(qtUi), QStringList{kTituloCursos});
-}
-
-TEST_F(WizardWindows, ChoosingTheSchoolAndMovingYearsShowsInBothLists)
-{
-    frmSelCursos &form = OpenWizard();
-    ChooseWithKeys(Widget<QComboBox>(QStringLiteral("cboCentro")), QStringLiteral("Colegio San Prueba"));
-    EXPECT_EQ(form.cboCentro.ListIndex(), 0);
-    auto &disponibles = Widget<QListView>(QStringLiteral("lstDisponibles"));
-    auto &seleccionados = Widget<QListView>(QStringLiteral("lstSeleccionados"));
-    EXPECT_EQ(Rows(disponibles), (QStringList{QStringLiteral("2023-2024"), QStringLiteral("2024-2025")}));
-
-    ClickRow(disponibles, QStringLiteral("2024-2025"));
-    EXPECT_EQ(form.lstDisponibles.ListIndex(), 1);
-    Widget<QPushButton>(QStringLiteral("cmdAgregarUno")).click();
-    EXPECT_EQ(Rows(seleccionados), QStringList{QStringLiteral("2024-2025")});
-    EXPECT_EQ(Rows(disponibles), QStringList{QStringLiteral("2023-2024")});
-    // The moved entry left the list: nothing is highlighted there now.
-    EXPECT_FALSE(disponibles.selectionModel()->hasSelection());
-    EXPECT_EQ(form.lstDisponibles.ListIndex(), -1);
-
-    DoubleClickRow(disponibles, QStringLiteral("2023-2024"));
-    EXPECT_EQ(Rows(seleccionados), (QStringList{QStringLiteral("2024-2025"), QStringLiteral("2023-2024")}));
+    ChooseWithKeys(Widget<QComboBox>("cboCentro"), "Colegio San Prueba");
+    auto &disponibles = Widget<QListView>("lstDisponibles");
+    EXPECT_EQ(Rows(disponibles), (QStringList{"2023-2024", "2024-2025"}));
+    ClickRow(disponibles, "2024-2025");
+    Click("cmdAgregarUno");
+    EXPECT_EQ(ListRows("lstSeleccionados"), QStringList{"2024-2025"});
+    EXPECT_EQ(Rows(disponibles), QStringList{"2023-2024"});
+    EXPECT_FALSE(disponibles.selectionModel()->hasSelection()); // the moved entry left the list
+    ClickRow(disponibles, "2023-2024", true);
+    EXPECT_EQ(ListRows("lstSeleccionados"), (QStringList{"2024-2025", "2023-2024"}));
     EXPECT_EQ(Rows(disponibles), QStringList());
+    Click("cmdEliminarTodos");
+    EXPECT_EQ(Rows(disponibles), (QStringList{"2024-2025", "2023-2024"}));
+    ClickRow(disponibles, "2024-2025");
+    Click("cmdAgregarUno");
+    Click("cmdAceptar");
 
-    Widget<QPushButton>(QStringLiteral("cmdEliminarTodos")).click();
-    EXPECT_EQ(Rows(disponibles), (QStringList{QStringLiteral("2024-2025"), QStringLiteral("2023-2024")}));
-    EXPECT_EQ(Rows(seleccionados), QStringList());
-}
-
-TEST_F(WizardWindows, ADoubleClickOnAnEmptyAreaMovesNothing)
-{
-    OpenWizard();
-    ChooseWithKeys(Widget<QComboBox>(QStringLiteral("cboCentro")), QStringLiteral("Colegio San Prueba"));
-    auto &disponibles = Widget<QListView>(QStringLiteral("lstDisponibles"));
-    disponibles.resize(300, 300);
-    DoubleClickAt(disponibles, QPoint(20, disponibles.viewport()->height() - 10));
-    EXPECT_EQ(Rows(disponibles), (QStringList{QStringLiteral("2023-2024"), QStringLiteral("2024-2025")}));
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstSeleccionados"))), QStringList());
-}
-
-TEST_F(WizardWindows, ForwardOpensTheActivityWindowAboveTheFirst)
-{
-    ToActivities({QStringLiteral("2024-2025")});
-    EXPECT_EQ(OpenViewTitles(qtUi), (QStringList{kTituloCursos, kTituloActividades}));
+    EXPECT_EQ(OpenViewTitles(), (QStringList{kCursos, kActividades}));
     QWidget *first = qtUi.ViewOf(*qtUi.Stack().Forms().first());
-    QWidget *second = TopView();
-    EXPECT_TRUE(first->isVisible());
-    EXPECT_TRUE(second->isVisible());
-    EXPECT_EQ(second->parentWidget(), first);
+    EXPECT_TRUE(first->isVisible() && TopView()->isVisible());
+    EXPECT_EQ(TopView()->parentWidget(), first);
+    auto &curso = Widget<QComboBox>("cboCursoEscolar");
+    EXPECT_EQ(Rows(curso), QStringList{"2024-2025"});
+    EXPECT_EQ(curso.currentText(), "2024-2025");
+    EXPECT_EQ(ListRows("lstDisponibles"), (QStringList{"Comedor", "Ajedrez", "Robótica", "Natación"}));
+    EXPECT_EQ(Texts({"fraActual", "cmdCancelar", "cmdAceptar"}),
+              (QStringList{"Actividades", "<- Anterior", "Siguiente ->"}));
 
-    auto &curso = Widget<QComboBox>(QStringLiteral("cboCursoEscolar"));
-    EXPECT_EQ(Rows(curso), QStringList{QStringLiteral("2024-2025")});
-    EXPECT_EQ(curso.currentText(), QStringLiteral("2024-2025"));
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstDisponibles"))),
-              (QStringList{QStringLiteral("Comedor"), QStringLiteral("Ajedrez"), QStringLiteral("Robótica"),
-                           QStringLiteral("Natación")}));
-    EXPECT_EQ(Widget<QGroupBox>(QStringLiteral("fraActual")).title(), QStringLiteral("Actividades"));
-    EXPECT_EQ(ButtonTexts(*second, {QStringLiteral("cmdCancelar"), QStringLiteral("cmdAceptar")}),
-              (QStringList{QStringLiteral("<- Anterior"), QStringLiteral("Siguiente ->")}));
-}
-
-TEST_F(WizardWindows, BackReturnsToTheFirstWindowAsTheUserLeftIt)
-{
-    ToActivities({QStringLiteral("2024-2025")});
-    Widget<QPushButton>(QStringLiteral("cmdCancelar")).click();
+    Click("cmdCancelar");
     Flush();
-    EXPECT_EQ(OpenViewTitles(qtUi), QStringList{kTituloCursos});
+    EXPECT_EQ(OpenViewTitles(), QStringList{kCursos});
     EXPECT_EQ(FormViewsAlive(), 1);
-    EXPECT_EQ(Widget<QComboBox>(QStringLiteral("cboCentro")).currentText(), QStringLiteral("Colegio San Prueba"));
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstSeleccionados"))), QStringList{QStringLiteral("2024-2025")});
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstDisponibles"))), QStringList{QStringLiteral("2023-2024")});
-}
+    EXPECT_EQ(Widget<QComboBox>("cboCentro").currentText(), "Colegio San Prueba");
+    EXPECT_EQ(ListRows("lstSeleccionados"), QStringList{"2024-2025"});
+    EXPECT_EQ(ListRows("lstDisponibles"), QStringList{"2023-2024"});
 
-TEST_F(WizardWindows, TheMonthWindowOffersTheMonthsWithFees)
-{
-    ToActivities({QStringLiteral("2024-2025")});
-    ClickRow(Widget<QListView>(QStringLiteral("lstDisponibles")), QStringLiteral("Ajedrez"));
-    Widget<QPushButton>(QStringLiteral("cmdAgregarUno")).click();
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstSeleccionados"))), QStringList{QStringLiteral("Ajedrez")});
-    Widget<QPushButton>(QStringLiteral("cmdAceptar")).click();
-
-    EXPECT_EQ(TopView()->windowTitle(), kTituloMeses);
-    auto &actividad = Widget<QComboBox>(QStringLiteral("cboActCurEsc"));
-    EXPECT_EQ(Rows(actividad), QStringList{QStringLiteral("2024-2025 - Ajedrez")});
-    EXPECT_EQ(actividad.currentIndex(), 0);
-    EXPECT_EQ(Widget<QLabel>(QStringLiteral("Label1")).text(), QStringLiteral("Actividades del Curso Escolar"));
-    EXPECT_EQ(Widget<QGroupBox>(QStringLiteral("fraActual")).title(), QStringLiteral("Meses de Facturación de la Actividad"));
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstDisponibles"))),
-              (QStringList{QStringLiteral("Octubre"), QStringLiteral("Noviembre")}));
-
-    // Forward with no month chosen is refused over this window.
-    Widget<QPushButton>(QStringLiteral("cmdAceptar")).click();
-    ASSERT_EQ(messages.size(), 1);
-    EXPECT_EQ(messages[0].text, QStringLiteral("Debe seleccionar algún mes de cobro en todas las actividades"));
-    EXPECT_EQ(messages[0].icon, QMessageBox::Warning);
-    EXPECT_EQ(messages[0].parent, TopView());
-    EXPECT_EQ(TopView()->windowTitle(), kTituloMeses);
-}
-
-TEST_F(WizardWindows, TheDeductionWindowShowsTheActivityAndTheCommunityPart)
-{
-    ToDeductions();
-    EXPECT_EQ(OpenViewTitles(qtUi), (QStringList{kTituloCursos, kTituloActividades, kTituloMeses, kTituloPorcentajes}));
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstActividad"))), QStringList{QStringLiteral("2024-2025 - Ajedrez")});
-    // Nothing is highlighted until the user picks it.
-    EXPECT_EQ(Top<frmActividadPonderacion>().lstActividad.ListIndex(), -1);
-    EXPECT_FALSE(Widget<QListView>(QStringLiteral("lstActividad")).selectionModel()->hasSelection());
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstActPorc"))), QStringList());
-    auto &pares = Widget<QComboBox>(QStringLiteral("cboTipoPorcentaje"));
-    EXPECT_TRUE(Rows(pares).contains(QStringLiteral("Donativo - 80%")));
-    EXPECT_EQ(pares.currentIndex(), -1);
-    auto &comunidad = Widget<QCheckBox>(QStringLiteral("chkComunidad"));
-    EXPECT_EQ(comunidad.text(), QStringLiteral("Aplicar deducciones por comunidad autónoma"));
-    EXPECT_FALSE(comunidad.isChecked());
-    EXPECT_FALSE(Widget<QComboBox>(QStringLiteral("cboComAut")).isEnabled());
-    EXPECT_FALSE(Widget<QComboBox>(QStringLiteral("cboDeduccion")).isEnabled());
-
-    // Checking the box enables the community lists and shows the first community.
-    comunidad.click();
-    EXPECT_TRUE(Top<frmActividadPonderacion>().chkComunidad.Value() == 1);
-    auto &comunidades = Widget<QComboBox>(QStringLiteral("cboComAut"));
-    EXPECT_TRUE(comunidades.isEnabled());
-    EXPECT_EQ(comunidades.currentIndex(), 0);
-    EXPECT_EQ(comunidades.currentText(), Top<frmActividadPonderacion>().cboComAut.List(0));
-}
-
-TEST_F(WizardWindows, AddingAPairWithoutAnActivityIsRefusedWithTheWarning)
-{
-    ToDeductions();
-    Widget<QPushButton>(QStringLiteral("cmdAnadir")).click();
-    ASSERT_EQ(messages.size(), 1);
-    EXPECT_EQ(messages[0].text, QStringLiteral("Seleccione una actividad"));
-    EXPECT_EQ(messages[0].icon, QMessageBox::Warning);
-    EXPECT_EQ(messages[0].title, QStringLiteral("Vendelar"));
-}
-
-TEST_F(WizardWindows, TheLastWindowAndBackToTheDeductionsAsLeft)
-{
-    ToDeductions();
-    ClickRow(Widget<QListView>(QStringLiteral("lstActividad")), QStringLiteral("2024-2025 - Ajedrez"));
-    ChooseWithKeys(Widget<QComboBox>(QStringLiteral("cboTipoPorcentaje")), QStringLiteral("Donativo - 80%"));
-    Widget<QPushButton>(QStringLiteral("cmdAnadir")).click();
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstActPorc"))),
-              QStringList{QStringLiteral("2024-2025 - Ajedrez <-> Donativo - 80%")});
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstActividad"))), QStringList());
-    Widget<QPushButton>(QStringLiteral("cmdSiguiente")).click();
-
-    EXPECT_EQ(OpenViewTitles(qtUi),
-              (QStringList{kTituloCursos, kTituloActividades, kTituloMeses, kTituloPorcentajes, kTituloAlumnos}));
-    EXPECT_EQ(ButtonTexts(*TopView(), {QStringLiteral("cmdAnterior"), QStringLiteral("cmdCancelar")}),
-              (QStringList{QStringLiteral("<- Anterior"), QStringLiteral("Salir")}));
-
-    Widget<QPushButton>(QStringLiteral("cmdAnterior")).click();
-    Flush();
-    EXPECT_EQ(OpenViewTitles(qtUi), (QStringList{kTituloCursos, kTituloActividades, kTituloMeses, kTituloPorcentajes}));
-    EXPECT_EQ(Rows(Widget<QListView>(QStringLiteral("lstActPorc"))),
-              QStringList{QStringLiteral("2024-2025 - Ajedrez <-> Donativo - 80%")});
-}
-
-TEST_F(WizardWindows, SalirInTheLastWindowClosesEveryWindow)
-{
-    ToDeductions();
-    ClickRow(Widget<QListView>(QStringLiteral("lstActividad")), QStringLiteral("2024-2025 - Ajedrez"));
-    ChooseWithKeys(Widget<QComboBox>(QStringLiteral("cboTipoPorcentaje")), QStringLiteral("Donativo - 80%"));
-    Widget<QPushButton>(QStringLiteral("cmdAnadir")).click();
-    Widget<QPushButton>(QStringLiteral("cmdSiguiente")).click();
-    ASSERT_EQ(qtUi.Stack().Count(), 5);
-    EXPECT_EQ(FormViewsAlive(), 5);
-
-    Widget<QPushButton>(QStringLiteral("cmdCancelar")).click();
-    EXPECT_TRUE(qtUi.Stack().IsEmpty());
-    EXPECT_EQ(TopView(), nullptr);
-    EXPECT_TRUE(modPrincipal::blnSalir);
-    Flush();
-    EXPECT_EQ(FormViewsAlive(), 0);
-}
-
-TEST_F(WizardWindows, ClosingAStepFromTheTitleBarGoesBack)
-{
-    ToActivities({QStringLiteral("2024-2025")});
+    // The title bar's close: a step goes back, the first window ends the wizard.
+    Click("cmdAceptar");
+    ASSERT_EQ(OpenViewTitles(), (QStringList{kCursos, kActividades}));
     EXPECT_FALSE(TopView()->close()); // the form closes it, through the Ui
     Flush();
-    EXPECT_EQ(OpenViewTitles(qtUi), QStringList{kTituloCursos});
-    EXPECT_EQ(FormViewsAlive(), 1);
-}
-
-TEST_F(WizardWindows, ClosingTheFirstWindowFromTheTitleBarEndsTheWizard)
-{
-    OpenWizard();
+    EXPECT_EQ(OpenViewTitles(), QStringList{kCursos});
     TopView()->close();
     EXPECT_TRUE(qtUi.Stack().IsEmpty());
     Flush();
     EXPECT_EQ(FormViewsAlive(), 0);
 }
 
+TEST_F(WizardWindows, OnToTheLastStepBackAsLeftAndSalirClosesEveryWindow)
+{
+    ToActivities();
+    ClickRow(Widget<QListView>("lstDisponibles"), "Ajedrez");
+    Click("cmdAgregarUno");
+    EXPECT_EQ(ListRows("lstSeleccionados"), QStringList{"Ajedrez"});
+    Click("cmdAceptar");
+
+    EXPECT_EQ(TopView()->windowTitle(), kMeses);
+    auto &actividad = Widget<QComboBox>("cboActCurEsc");
+    EXPECT_EQ(Rows(actividad), QStringList{"2024-2025 - Ajedrez"});
+    EXPECT_EQ(actividad.currentIndex(), 0);
+    EXPECT_EQ(Texts({"Label1", "fraActual"}),
+              (QStringList{"Actividades del Curso Escolar", "Meses de Facturación de la Actividad"}));
+    EXPECT_EQ(ListRows("lstDisponibles"), (QStringList{"Octubre", "Noviembre"}));
+    Click("cmdAgregarTodos");
+    Click("cmdAceptar");
+
+    EXPECT_EQ(OpenViewTitles(), (QStringList{kCursos, kActividades, kMeses, kPorcentajes}));
+    auto &lstActividad = Widget<QListView>("lstActividad");
+    EXPECT_EQ(Rows(lstActividad), QStringList{"2024-2025 - Ajedrez"});
+    EXPECT_FALSE(lstActividad.selectionModel()->hasSelection()); // until the user picks it
+    EXPECT_EQ(ListRows("lstActPorc"), QStringList());
+    auto &pares = Widget<QComboBox>("cboTipoPorcentaje");
+    EXPECT_TRUE(Rows(pares).contains("Donativo - 80%"));
+    EXPECT_EQ(pares.currentIndex(), -1);
+    ClickRow(lstActividad, "2024-2025 - Ajedrez");
+    ChooseWithKeys(pares, "Donativo - 80%");
+    Click("cmdAnadir");
+    EXPECT_EQ(ListRows("lstActPorc"), QStringList{"2024-2025 - Ajedrez <-> Donativo - 80%"});
+    EXPECT_EQ(Rows(lstActividad), QStringList());
+    Click("cmdSiguiente");
+
+    const QStringList all{kCursos, kActividades, kMeses, kPorcentajes, kAlumnos};
+    EXPECT_EQ(OpenViewTitles(), all);
+    EXPECT_EQ(Texts({"cmdAnterior", "cmdCancelar"}), (QStringList{"<- Anterior", "Salir"}));
+    Click("cmdAnterior");
+    Flush();
+    EXPECT_EQ(OpenViewTitles(), all.mid(0, 4));
+    EXPECT_EQ(ListRows("lstActPorc"), QStringList{"2024-2025 - Ajedrez <-> Donativo - 80%"});
+
+    Click("cmdSiguiente");
+    ASSERT_EQ(OpenViewTitles(), all);
+    EXPECT_EQ(FormViewsAlive(), 5);
+    Click("cmdCancelar");
+    EXPECT_TRUE(qtUi.Stack().IsEmpty());
+    EXPECT_TRUE(modPrincipal::blnSalir);
+    Flush();
+    EXPECT_EQ(FormViewsAlive(), 0);
+    EXPECT_EQ(messages.size(), 0);
+}
+
 TEST_F(WizardWindows, TheHostCallReturnsWhenTheWizardIsClosed)
 {
     Install();
-    bool closedByTheUser = false;
+    QString seen;
     QObject timers;
     QTimer::singleShot(0, &timers, [&] {
-        if (QWidget *view = TopView()) {
-            EXPECT_EQ(view->windowTitle(), kTituloCursos);
-            view->findChild<QPushButton *>(QStringLiteral("cmdCancelar"))->click();
-            closedByTheUser = true;
-        }
+        seen = TopView() ? TopView()->windowTitle() : QString();
+        if (auto *salir = TopView() ? TopView()->findChild<QPushButton *>("cmdCancelar") : nullptr)
+            salir->click();
     });
-    // Should the click not close it, the test must still end.
-    QTimer::singleShot(10000, &timers, [&] {
+    QTimer::singleShot(10000, &timers, [&] { // should the click not close it, the test must still end
         while (Form *top = qtUi.Stack().Top())
             qtUi.Unload(*top);
     });
     addin->ActivarFormulario(0);
-    EXPECT_TRUE(closedByTheUser);
+    EXPECT_EQ(seen, kCursos);
     EXPECT_TRUE(qtUi.Stack().IsEmpty());
-}
-
-TEST_F(WizardWindows, TheWindowIconIsTheSessionIcon)
-{
-    Install();
-    QImage image(16, 16, QImage::Format_ARGB32);
-    image.fill(Qt::darkBlue);
-    ASSERT_TRUE(image.save(paths.iconFile, "PNG"));
-    OpenWizard();
-    EXPECT_FALSE(TopView()->windowIcon().availableSizes().isEmpty());
 }
 
 // The windows and the forms cannot drift apart: every control has a widget
 // of its name and kind, every widget a control, and the window's own texts
 // are the captions.
-class WindowFiles : public GuiTest
-{
-protected:
-    void ExpectFits(Form &form)
-    {
-        SCOPED_TRACE(form.Name().toStdString());
-        ASSERT_TRUE(ViewFactory::Has(form.Name()));
-        QDialog window;
-        ViewFactory::Build(form.Name(), window);
-        EXPECT_EQ(window.objectName(), form.Name());
-        EXPECT_EQ(window.windowTitle(), form.Caption());
-        EXPECT_EQ(ViewBinder::Mismatches(form, window), QStringList());
-        EXPECT_EQ(ViewBinder::UnboundWidgets(form, window), QStringList());
-        for (ControlBase *control : form.Controls()) {
-            SCOPED_TRACE(control->Name().toStdString());
-            QWidget *widget = window.findChild<QWidget *>(control->Name());
-            ASSERT_NE(widget, nullptr);
-            if (auto *frame = dynamic_cast<Frame *>(control)) {
-                EXPECT_EQ(static_cast<QGroupBox *>(widget)->title(), frame->Caption());
-            } else if (auto *label = dynamic_cast<Label *>(control)) {
-                EXPECT_EQ(static_cast<QLabel *>(widget)->text(), label->Caption());
-            } else if (auto *button = dynamic_cast<CommandButton *>(control)) {
-                EXPECT_EQ(static_cast<QPushButton *>(widget)->text(), button->Caption());
-            } else if (auto *check = dynamic_cast<CheckBox *>(control)) {
-                EXPECT_EQ(static_cast<QCheckBox *>(widget)->text(), check->Caption());
-            }
-        }
-    }
-};
+using WindowFiles = GuiTest;
 
 TEST_F(WindowFiles, EveryWizardWindowFitsItsForm)
 {
@@ -412,24 +257,42 @@ TEST_F(WindowFiles, EveryWizardWindowFitsItsForm)
     frmActividadMes meses(qtUi, cursos);
     frmActividadPonderacion porcentajes(qtUi, cursos);
     frmActividadAlumno alumnos(qtUi, cursos);
-    ExpectFits(cursos);
-    ExpectFits(actividades);
-    ExpectFits(meses);
-    ExpectFits(porcentajes);
-    ExpectFits(alumnos);
+    for (Form *form : std::initializer_list<Form *>{&cursos, &actividades, &meses, &porcentajes, &alumnos}) {
+        SCOPED_TRACE(form->Name().toStdString());
+        ASSERT_TRUE(ViewFactory::Has(form->Name()));
+        QDialog window;
+        ViewFactory::Build(form->Name(), window);
+        EXPECT_EQ(window.objectName(), form->Name());
+        EXPECT_EQ(window.windowTitle(), form->Caption());
+        EXPECT_EQ(ViewBinder::Mismatches(*form, window), QStringList());
+        EXPECT_EQ(ViewBinder::UnboundWidgets(*form, window), QStringList());
+        for (ControlBase *control : form->Controls()) {
+            QString caption;
+            if (auto *label = dynamic_cast<Label *>(control)) // a frame too
+                caption = label->Caption();
+            else if (auto *button = dynamic_cast<CommandButton *>(control))
+                caption = button->Caption();
+            else if (auto *check = dynamic_cast<CheckBox *>(control))
+                caption = check->Caption();
+            else
+                continue;
+            QWidget *widget = window.findChild<QWidget *>(control->Name());
+            ASSERT_NE(widget, nullptr) << control->Name().toStdString();
+            EXPECT_EQ(ShownText(*widget), caption) << control->Name().toStdString();
+        }
+    }
 }
 
 TEST_F(WindowFiles, AWidgetOfTheWrongKindOrMissingIsReported)
 {
     frmSelCursos cursos(qtUi);
     QDialog window;
-    ViewFactory::Build(QStringLiteral("frmSelCursos"), window);
-    delete window.findChild<QPushButton *>(QStringLiteral("cmdCargar"));
-    auto *impostor = new QLabel(&window);
-    window.findChild<QListView *>(QStringLiteral("lstDisponibles"))->setObjectName(QStringLiteral("lstOtra"));
-    impostor->setObjectName(QStringLiteral("lstDisponibles"));
+    ViewFactory::Build("frmSelCursos", window);
+    delete window.findChild<QPushButton *>("cmdCargar");
+    window.findChild<QListView *>("lstDisponibles")->setObjectName("lstOtra");
+    (new QLabel(&window))->setObjectName("lstDisponibles");
     EXPECT_EQ(ViewBinder::Mismatches(cursos, window),
-              (QStringList{QStringLiteral("lstDisponibles: a QListView is needed, the window has a QLabel"),
-                           QStringLiteral("cmdCargar: no QPushButton of this name")}));
-    EXPECT_EQ(ViewBinder::UnboundWidgets(cursos, window), QStringList{QStringLiteral("lstOtra")});
+              (QStringList{"lstDisponibles: a QListView is needed, the window has a QLabel",
+                           "cmdCargar: no QPushButton of this name"}));
+    EXPECT_EQ(ViewBinder::UnboundWidgets(cursos, window), QStringList{"lstOtra"});
 }
