@@ -43,16 +43,7 @@ protected:
     void TearDown() override
     {
         GuiTest::TearDown();
-        if (denM182::conM182().State() == Connection::adStateOpen)
-            denM182::conM182().Close();
-        denM182::conM182().SetConnectionString(denM182::InitialConnectionString());
-        Connection::SetBaseFolder(QString());
-        modPrincipal::blnSalir = false;
-        cConfiguracion &c = modPrincipal::Configuracion();
-        c.set_conLocalAppEntrada(nullptr);
-        c.set_conLocalCentro(nullptr);
-        c.set_conLocalBorradoCentro(nullptr);
-        c.set_datossesion(nullptr);
+        ResetLibraryState();
     }
     void Install()
     {

@@ -65,6 +65,11 @@ void WizardFixture::TearDown()
         if (ui.Stack().Count() == before)
             break;
     }
+    ResetLibraryState();
+}
+
+void ResetLibraryState()
+{
     if (denM182::conM182().State() == Connection::adStateOpen)
         denM182::conM182().Close();
     denM182::conM182().SetConnectionString(denM182::InitialConnectionString());

@@ -17,6 +17,11 @@ class frmActividadPonderacion;
 class frmActividadAlumno;
 
 
+// Puts the library-wide state back as a freshly loaded library has it: the
+// declaration connection closed and unconfigured, no session connections,
+// no statement observer, no base folder, the close-all flag down.
+void ResetLibraryState();
+
 // A small school: two years, a few activities and families. Tests change
 // the description before Install().
 InstallationDescription SmallSchool();
