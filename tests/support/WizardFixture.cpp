@@ -112,6 +112,14 @@ frmSelCursos &WizardFixture::SelectYears(const QStringList &years)
     return form;
 }
 
+void WizardFixture::ExpectOnlyMessage(const QString &text, int icon)
+{
+    ASSERT_EQ(ui.Messages().size(), 1) << ui.MessageTexts().join(QLatin1Char('|')).toStdString();
+    EXPECT_EQ(ui.Messages()[0].text, text);
+    EXPECT_EQ(ui.Messages()[0].icon, icon);
+    EXPECT_TRUE(ui.Messages()[0].beeped);
+}
+
 QStringList WizardFixture::TakeStatements(const QString &filter)
 {
     QStringList taken;

@@ -54,6 +54,10 @@ protected:
         return *form;
     }
 
+    // The one message shown since the last ClearLog: its text, icon, and the
+    // beep that comes with every refusal.
+    void ExpectOnlyMessage(const QString &text, int icon = vbExclamation);
+
     // Statements run since the last call, optionally only those containing `filter`.
     QStringList TakeStatements(const QString &filter = QString());
 
