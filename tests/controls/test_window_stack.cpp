@@ -10,23 +10,29 @@ class Journaled : public Form
 {
 public:
     Journaled(Ui &ui, const QString &name, QStringList &journal) : Form(ui, name, name), m_journal(journal) {}
-    void Form_Load() override { m_journal << Name() + QStringLiteral(" load"); }
-    void Form_Activate() override { m_journal << Name() + QStringLiteral(" activate"); }
+    void Form_Load() override
+    {
+        m_journal << Name() + " load";
+        if (failLoad)
+            throw std::runtime_error("sin base de datos");
+    }
+    void Form_Activate() override { m_journal << Name() + " activate"; }
     void Form_Unload(int &cancel) override
     {
-        m_journal << Name() + QStringLiteral(" unload");
+        m_journal << Name() + " unload";
         cancel = refuseUnload ? 1 : 0;
     }
     // Opens `next` modally; when it returns, closes itself if `closeAll` is set.
     void OpenNext(const std::shared_ptr<Journaled> &next, const bool &closeAll)
     {
         ui().ShowModal(next, [this, &closeAll] {
-            m_journal << Name() + QStringLiteral(" resumes");
+            m_journal << Name() + " resumes";
             if (closeAll)
                 Unload();
         });
     }
     bool refuseUnload = false;
+    bool failLoad = false;
 
 private:
     QStringList &m_journal;
@@ -35,7 +41,15 @@ private:
 class WindowStackTest : public ::testing::Test
 {
 protected:
-    std::shared_ptr<Journaled> Make(const QString &name) { return std::make_shared<Journaled>(ui, name, journal); }
+    std::shared_ptr<Journaled> Open(const QString &name, Journaled *below = nullptr)
+    {
+        auto form = std::make_shared<Journaled>(ui, name, journal);
+        if (below)
+            below->OpenNext(form, closeAll);
+        else
+            ui.ShowModal(form);
+        return form;
+    }
     TestUi ui;
     QStringList journal;
     bool closeAll = false;
@@ -43,71 +57,44 @@ protected:
 
 } // namespace
 
-TEST_F(WindowStackTest, ShowingLoadsThenActivatesAndReturnsAtOnce)
+TEST_F(WindowStackTest, ShowingReturnsAtOnceAndGoingBackResumesTheWindowBelow)
 {
-    auto first = Make(QStringLiteral("uno"));
-    ui.ShowModal(first);
-    auto second = Make(QStringLiteral("dos"));
-    first->OpenNext(second, closeAll);
-    EXPECT_EQ(journal, (QStringList{QStringLiteral("uno load"), QStringLiteral("uno activate"),
-                                    QStringLiteral("dos load"), QStringLiteral("dos activate")}));
-    EXPECT_EQ(ui.OpenWindows(), (QStringList{QStringLiteral("uno"), QStringLiteral("dos")}));
-}
-
-TEST_F(WindowStackTest, GoingBackResumesAndReactivatesTheWindowBelow)
-{
-    auto first = Make(QStringLiteral("uno"));
-    ui.ShowModal(first);
-    auto second = Make(QStringLiteral("dos"));
-    first->OpenNext(second, closeAll);
+    auto a = Open("a");
+    auto b = Open("b", a.get());
+    EXPECT_EQ(journal, (QStringList{"a load", "a activate", "b load", "b activate"}));
+    EXPECT_EQ(ui.OpenWindows(), (QStringList{"a", "b"}));
     journal.clear();
-    second->Unload();
-    EXPECT_EQ(journal, (QStringList{QStringLiteral("dos unload"), QStringLiteral("uno resumes"),
-                                    QStringLiteral("uno activate")}));
-    EXPECT_TRUE(first->IsLoaded());
-    EXPECT_FALSE(second->IsLoaded());
+    b->Unload();
+    EXPECT_EQ(journal, (QStringList{"b unload", "a resumes", "a activate"}));
+    EXPECT_TRUE(a->IsLoaded());
+    EXPECT_FALSE(b->IsLoaded());
 }
 
 TEST_F(WindowStackTest, TheCloseAllFlagClosesTheWholeChainTopDown)
 {
-    auto a = Make(QStringLiteral("a"));
-    auto b = Make(QStringLiteral("b"));
-    auto c = Make(QStringLiteral("c"));
-    ui.ShowModal(a);
-    a->OpenNext(b, closeAll);
-    b->OpenNext(c, closeAll);
+    auto a = Open("a");
+    auto b = Open("b", a.get());
+    auto c = Open("c", b.get());
     journal.clear();
     closeAll = true;
     c->Unload();
-    EXPECT_EQ(journal, (QStringList{QStringLiteral("c unload"), QStringLiteral("b resumes"), QStringLiteral("b unload"),
-                                    QStringLiteral("a resumes"), QStringLiteral("a unload")}));
-    EXPECT_TRUE(ui.OpenWindows().isEmpty());
-    EXPECT_EQ(ui.Closed(), (QStringList{QStringLiteral("c"), QStringLiteral("b"), QStringLiteral("a")}));
+    EXPECT_EQ(journal, (QStringList{"c unload", "b resumes", "b unload", "a resumes", "a unload"}));
+    EXPECT_EQ(ui.Closed(), (QStringList{"c", "b", "a"}));
 }
 
-TEST_F(WindowStackTest, AWindowMayRefuseToUnload)
+TEST_F(WindowStackTest, AWindowMayRefuseToUnloadAndAFailedLoadLeavesNothingOpen)
 {
-    auto a = Make(QStringLiteral("a"));
-    ui.ShowModal(a);
+    auto a = Open("a");
     a->refuseUnload = true;
     a->Unload();
     EXPECT_TRUE(a->IsLoaded());
     a->refuseUnload = false;
     a->Unload();
-    EXPECT_FALSE(a->IsLoaded());
     a->Unload(); // not open any more: nothing happens
-    EXPECT_EQ(journal.count(QStringLiteral("a unload")), 2);
-}
+    EXPECT_EQ(journal.count("a unload"), 2);
 
-TEST_F(WindowStackTest, ALoadThatThrowsLeavesNoWindowOpen)
-{
-    class Failing : public Form
-    {
-    public:
-        using Form::Form;
-        void Form_Load() override { throw std::runtime_error("sin base de datos"); }
-    };
-    auto failing = std::make_shared<Failing>(ui, QStringLiteral("f"), QStringLiteral("f"));
+    auto failing = std::make_shared<Journaled>(ui, "f", journal);
+    failing->failLoad = true;
     EXPECT_THROW(ui.ShowModal(failing), std::runtime_error);
     EXPECT_TRUE(ui.OpenWindows().isEmpty());
 }
@@ -117,14 +104,13 @@ TEST(TestUiScript, QuestionsAreAnsweredInOrderAndMessagesRecorded)
     TestUi ui;
     ui.Answer(vbNo);
     ui.Beep();
-    EXPECT_EQ(ui.MsgBox(QStringLiteral("¿Seguro?"), vbYesNo | vbQuestion), vbNo);
-    EXPECT_EQ(ui.MsgBox(QStringLiteral("¿Otra?"), vbYesNo | vbQuestion), vbYes);
-    EXPECT_EQ(ui.MsgBox(QStringLiteral("Hecho"), vbInformation), vbOK);
+    EXPECT_EQ(ui.MsgBox("¿Seguro?", vbYesNo | vbQuestion), vbNo);
+    EXPECT_EQ(ui.MsgBox("¿Otra?", vbYesNo | vbQuestion), vbYes);
+    EXPECT_EQ(ui.MsgBox("Hecho", vbInformation), vbOK);
     ASSERT_EQ(ui.Messages().size(), 3);
     EXPECT_TRUE(ui.Messages()[0].beeped);
     EXPECT_FALSE(ui.Messages()[1].beeped);
     EXPECT_EQ(ui.Messages()[0].icon, vbQuestion);
     EXPECT_EQ(ui.Messages()[0].buttons, vbYesNo);
     EXPECT_EQ(ui.Messages()[2].icon, vbInformation);
-    EXPECT_EQ(ui.Beeps(), 1);
 }

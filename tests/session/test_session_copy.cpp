@@ -14,151 +14,115 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(dir.isValid());
-        for (const char *name : {"entrada.db", "centro.db", "borrado.db"})
-            connections[QString::fromLatin1(name)] = Connection::CreateSQLite(dir.filePath(QString::fromLatin1(name)));
-        session = std::make_shared<SesionHost>();
-        session->Set(QStringLiteral("rutaaplicacion"), QStringLiteral("/opt/host"));
-        session->Set(QStringLiteral("RutaBD"), QStringLiteral("/srv/datos"));
-        session->Set(QStringLiteral("Activa"), true);
-        session->Set(QStringLiteral("Accion"), 3);
-        session->Set(QStringLiteral("lngRowData"), qlonglong(70000));
-        session->Set(QStringLiteral("conexionBORRADOlocalCENTRO"), connections[QStringLiteral("borrado.db")]);
-        session->Set(QStringLiteral("conexionlocalCENTRO"), connections[QStringLiteral("centro.db")]);
-        session->Set(QStringLiteral("conexionAppEntrada"), connections[QStringLiteral("entrada.db")]);
-        session->Set(QStringLiteral("IDPerfil"), 2);
-        session->Set(QStringLiteral("IDUsuario"), QStringLiteral("12")); // numbers may come as text
-        session->Set(QStringLiteral("IDCentro"), 7);
-        session->Set(QStringLiteral("idCursoEscolar"), 4);
-        session->Set(QStringLiteral("NombreUsuario"), QStringLiteral("secretaria"));
-        session->Set(QStringLiteral("NombreCentro"), QStringLiteral("Colegio Ñandú"));
-        session->Set(QStringLiteral("Pesetas"), false);
-        session->Set(QStringLiteral("MTP"), QStringLiteral("True"));
-        session->Set(QStringLiteral("RutaIcono"), QStringLiteral("/opt/host/icono.ico"));
-        session->Set(QStringLiteral("sqlserver"), false);
+        for (const char *name : {"conexionBORRADOlocalCENTRO", "conexionlocalCENTRO", "conexionAppEntrada"}) {
+            connections[name] = Connection::CreateSQLite(dir.filePath(QString(name) + ".db"));
+            session->Set(name, connections[name]);
+        }
+        const QList<QPair<const char *, SesionHost::Value>> values = {
+            {"rutaaplicacion", QString("/opt/host")}, {"RutaBD", QString("/srv/datos")}, {"Activa", true},
+            {"Accion", qlonglong(3)}, {"lngRowData", qlonglong(70000)}, {"IDPerfil", qlonglong(2)},
+            {"IDUsuario", QString("12")}, // numbers may come as text
+            {"IDCentro", qlonglong(7)}, {"idCursoEscolar", qlonglong(4)}, {"NombreUsuario", QString("secretaria")},
+            {"NombreCentro", QString("Colegio Ñandú")}, {"Pesetas", false}, {"MTP", QString("True")},
+            {"RutaIcono", QString("/opt/host/icono.ico")}, {"sqlserver", false}};
+        for (const auto &[name, value] : values)
+            session->Set(name, value);
     }
 
     QTemporaryDir dir;
     QMap<QString, ConnectionPtr> connections;
-    SesionHostPtr session;
-    cConfiguracion configuracion;
+    SesionHostPtr session = std::make_shared<SesionHost>();
+    cConfiguracion c;
 };
 
 TEST_F(SessionCopyTest, EveryPropertyLandsInItsTypedField)
 {
-    CopySession(session, configuracion);
-    EXPECT_FALSE(configuracion.blnSQLServer);
-    EXPECT_EQ(configuracion.intIDPerfil(), 2);
-    EXPECT_EQ(configuracion.intIDUsuario(), 12);
-    EXPECT_EQ(configuracion.strNombreUsuario(), QStringLiteral("secretaria"));
-    EXPECT_EQ(configuracion.intIdCentro(), 7);
-    EXPECT_EQ(configuracion.strNombreCentro(), QStringLiteral("Colegio Ñandú"));
-    EXPECT_EQ(configuracion.intIDCursoEscolar(), 4);
-    EXPECT_EQ(configuracion.intCodCurso(), 0);
-    EXPECT_EQ(configuracion.intTipoEnsenanza(), 0);
-    EXPECT_EQ(configuracion.conLocalBorradoCentro(), connections[QStringLiteral("borrado.db")]);
-    EXPECT_EQ(configuracion.conLocalCentro(), connections[QStringLiteral("centro.db")]);
-    EXPECT_EQ(configuracion.conLocalAppEntrada(), connections[QStringLiteral("entrada.db")]);
-    EXPECT_EQ(configuracion.lngRowData(), 70000);
-    EXPECT_EQ(configuracion.bytAccion(), 3);
-    EXPECT_FALSE(configuracion.blnPesetas());
-    EXPECT_TRUE(configuracion.Activa());
-    EXPECT_FALSE(configuracion.blnDatosMedicos());
-    EXPECT_TRUE(configuracion.MTP());
-    EXPECT_EQ(configuracion.RutaIcono(), QStringLiteral("/opt/host/icono.ico"));
-    EXPECT_EQ(configuracion.datossesion(), session);
-    EXPECT_EQ(configuracion.RutaBD(), QStringLiteral("/srv/datos"));
-    EXPECT_EQ(modPrincipal::HelpFile, QStringLiteral("/opt/host/vendelar.chm"));
+    c.set_intCodCurso(5); // not filled from the session: kept
+    CopySession(session, c);
+    EXPECT_FALSE(c.blnSQLServer);
+    EXPECT_EQ(c.intIDPerfil(), 2);
+    EXPECT_EQ(c.intIDUsuario(), 12);
+    EXPECT_EQ(c.strNombreUsuario(), "secretaria");
+    EXPECT_EQ(c.intIdCentro(), 7);
+    EXPECT_EQ(c.strNombreCentro(), "Colegio Ñandú");
+    EXPECT_EQ(c.intIDCursoEscolar(), 4);
+    EXPECT_EQ(c.intCodCurso(), 5);
+    EXPECT_EQ(c.intTipoEnsenanza(), 0);
+    EXPECT_EQ(c.conLocalBorradoCentro(), connections["conexionBORRADOlocalCENTRO"]);
+    EXPECT_EQ(c.conLocalCentro(), connections["conexionlocalCENTRO"]);
+    EXPECT_EQ(c.conLocalAppEntrada(), connections["conexionAppEntrada"]);
+    EXPECT_EQ(c.lngRowData(), 70000);
+    EXPECT_EQ(c.bytAccion(), 3);
+    EXPECT_FALSE(c.blnPesetas());
+    EXPECT_TRUE(c.Activa());
+    EXPECT_FALSE(c.blnDatosMedicos());
+    EXPECT_TRUE(c.MTP());
+    EXPECT_EQ(c.RutaIcono(), "/opt/host/icono.ico");
+    EXPECT_EQ(c.datossesion(), session);
+    EXPECT_EQ(c.RutaBD(), "/srv/datos");
+    EXPECT_EQ(modPrincipal::HelpFile, "/opt/host/vendelar.chm");
+    EXPECT_EQ(&modPrincipal::Configuracion(), &modPrincipal::Configuracion()); // one context for the library
 }
 
-TEST_F(SessionCopyTest, PropertyNamesAreCaseSensitive)
+TEST_F(SessionCopyTest, AMissingOrUnconvertiblePropertyAbortsAndEarlierOnesKeepTheirNewValues)
 {
-    // The same session, but the school id under a differently cased name.
-    auto other = std::make_shared<SesionHost>();
+    c.set_intIdCentro(1);
+    c.set_strNombreUsuario("antes");
+    struct Case { const char *name; SesionHost::Value value; const char *message; };
+    const Case cases[] = {
+        {"IDCentro", qlonglong(32768),
+         "Desbordamiento: la propiedad de sesión «IDCentro» vale 32768, fuera del intervalo -32768 a 32767."},
+        {"conexionlocalCENTRO", QString("Provider=SQLite;Data Source=centro.db"),
+         "La propiedad de sesión «conexionlocalCENTRO» vale «Provider=SQLite;Data Source=centro.db», que no es una conexión."},
+        {"Accion", qlonglong(256), "Desbordamiento: la propiedad de sesión «Accion» vale 256, fuera del intervalo 0 a 255."},
+    };
+    for (const Case &bad : cases) {
+        auto broken = std::make_shared<SesionHost>(*session);
+        broken->Set(bad.name, bad.value);
+        try {
+            CopySession(broken, c);
+            ADD_FAILURE() << bad.name;
+        } catch (const SessionError &error) {
+            EXPECT_EQ(error.Message(), bad.message);
+        }
+    }
+    EXPECT_EQ(c.RutaBD(), "/srv/datos");                                  // read before the failures
+    EXPECT_EQ(c.conLocalBorradoCentro(), connections["conexionBORRADOlocalCENTRO"]);
+    EXPECT_EQ(c.intIdCentro(), 1);                                         // after them: untouched
+    EXPECT_EQ(c.strNombreUsuario(), "antes");
+
+    // Names are case-sensitive: "idcentro" is not "IDCentro".
+    auto renamed = std::make_shared<SesionHost>();
     for (const QString &name : session->Names()) {
-        const QString target = name == QLatin1String("IDCentro") ? QStringLiteral("idcentro") : name;
-        if (name.startsWith(QLatin1String("conexion")))
-            other->Set(target, session->ConnectionValue(name));
+        const QString target = name == "IDCentro" ? "idcentro" : name;
+        if (name.startsWith("conexion"))
+            renamed->Set(target, session->ConnectionValue(name));
         else
-            other->Set(target, session->Text(name));
+            renamed->Set(target, session->Text(name));
     }
     try {
-        CopySession(other, configuracion);
-        FAIL() << "a session without \"IDCentro\" must be refused";
+        CopySession(renamed, c);
+        FAIL();
     } catch (const SessionError &error) {
-        EXPECT_EQ(error.Message(), QStringLiteral("La sesión no tiene la propiedad «IDCentro»."));
+        EXPECT_EQ(error.Message(), "La sesión no tiene la propiedad «IDCentro».");
     }
-}
-
-TEST_F(SessionCopyTest, ASixteenBitIdAbove32767AbortsAndEarlierPropertiesKeepTheirNewValues)
-{
-    configuracion.set_intIdCentro(1);
-    configuracion.set_strNombreUsuario(QStringLiteral("antes"));
-    session->Set(QStringLiteral("IDCentro"), 32768);
-    try {
-        CopySession(session, configuracion);
-        FAIL() << "32768 does not fit a 16-bit field";
-    } catch (const SessionError &error) {
-        EXPECT_TRUE(error.Message().startsWith(QStringLiteral("Desbordamiento: la propiedad de sesión «IDCentro» vale 32768")))
-            << error.Message().toStdString();
-    }
-    // Read before the failure: stored. After it: untouched.
-    EXPECT_EQ(configuracion.RutaBD(), QStringLiteral("/srv/datos"));
-    EXPECT_EQ(configuracion.intIDUsuario(), 12);
-    EXPECT_EQ(configuracion.intIdCentro(), 1);
-    EXPECT_EQ(configuracion.strNombreUsuario(), QStringLiteral("antes"));
-
-    session->Set(QStringLiteral("IDCentro"), 32767);
-    EXPECT_NO_THROW(CopySession(session, configuracion));
-    EXPECT_EQ(configuracion.intIdCentro(), 32767);
-    session->Set(QStringLiteral("IDCentro"), -32768);
-    EXPECT_NO_THROW(CopySession(session, configuracion));
-}
-
-TEST_F(SessionCopyTest, AConnectionPropertyHoldingTextIsRefused)
-{
-    session->Set(QStringLiteral("conexionlocalCENTRO"), QStringLiteral("Provider=SQLite;Data Source=centro.db"));
-    try {
-        CopySession(session, configuracion);
-        FAIL() << "a connection string is not a connection";
-    } catch (const SessionError &error) {
-        EXPECT_EQ(error.Message(), QStringLiteral("La propiedad de sesión «conexionlocalCENTRO» vale "
-                                                  "«Provider=SQLite;Data Source=centro.db», que no es una conexión."));
-    }
-    EXPECT_EQ(configuracion.conLocalBorradoCentro(), connections[QStringLiteral("borrado.db")]);
-    EXPECT_EQ(configuracion.conLocalCentro(), nullptr);
-}
-
-TEST_F(SessionCopyTest, ASecondCallOverwritesFilledPropertiesOnly)
-{
-    CopySession(session, configuracion);
-    configuracion.set_intCodCurso(5);
-    session->Set(QStringLiteral("NombreCentro"), QStringLiteral("Otro"));
-    session->Set(QStringLiteral("sqlserver"), true);
-    CopySession(session, configuracion);
-    EXPECT_EQ(configuracion.strNombreCentro(), QStringLiteral("Otro"));
-    EXPECT_TRUE(configuracion.blnSQLServer);
-    EXPECT_EQ(configuracion.intCodCurso(), 5);
-}
-
-TEST_F(SessionCopyTest, TheLibraryKeepsOneSessionContext)
-{
-    EXPECT_EQ(&modPrincipal::Configuracion(), &modPrincipal::Configuracion());
+    session->Set("IDCentro", -32768); // the limits themselves fit
+    EXPECT_NO_THROW(CopySession(session, c));
 }
 
 TEST(SesionHostTest, ConversionsFollowTheHostsLateBoundReads)
 {
     SesionHost s;
-    s.Set(QStringLiteral("n"), QStringLiteral("12.5"));
-    s.Set(QStringLiteral("m"), QStringLiteral("13.5"));
-    s.Set(QStringLiteral("t"), true);
-    s.Set(QStringLiteral("x"), QStringLiteral("doce"));
-    EXPECT_EQ(s.Integer(QStringLiteral("n")), 12); // half to even
-    EXPECT_EQ(s.Integer(QStringLiteral("m")), 14);
-    EXPECT_EQ(s.Integer(QStringLiteral("t")), -1);
-    EXPECT_TRUE(s.Boolean(QStringLiteral("n")));
-    EXPECT_EQ(s.Text(QStringLiteral("t")), QStringLiteral("True"));
-    EXPECT_THROW(s.Integer(QStringLiteral("x")), SessionError);
-    EXPECT_THROW(s.Boolean(QStringLiteral("x")), SessionError);
-    EXPECT_THROW(s.ConnectionValue(QStringLiteral("n")), SessionError);
-    EXPECT_THROW(s.Text(QStringLiteral("falta")), SessionError);
+    s.Set("n", "12.5");
+    s.Set("m", "13.5");
+    s.Set("t", true);
+    s.Set("x", "doce");
+    EXPECT_EQ(s.Integer("n"), 12); // half to even
+    EXPECT_EQ(s.Integer("m"), 14);
+    EXPECT_EQ(s.Integer("t"), -1);
+    EXPECT_TRUE(s.Boolean("n"));
+    EXPECT_EQ(s.Text("t"), "True");
+    EXPECT_THROW(s.Integer("x"), SessionError);
+    EXPECT_THROW(s.Boolean("x"), SessionError);
+    EXPECT_THROW(s.ConnectionValue("n"), SessionError);
 }
