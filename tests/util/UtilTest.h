@@ -1,23 +1,18 @@
-// Shared by the tests of the utilities: QString in failure messages, the two
-// locales numbers are read and written in, and the NIF letter rule as it is
-// published, worked out apart from the code under test.
+// Shared by the utility tests: QString in failure messages, the two locales numbers are read and written in,
+// and the message of the conversion error a call raises.
 #pragma once
 
+#include "util/ConversionError.h"
 #include <QLocale>
 #include <QString>
-
 #include <ostream>
 
-inline void PrintTo(const QString &text, std::ostream *os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
-
+inline void PrintTo(const QString &text, std::ostream *os) { *os << '"' << text.toStdString() << '"'; }
 inline QLocale spanish() { return QLocale(QLocale::Spanish, QLocale::Spain); }
 inline QLocale english() { return QLocale(QLocale::English, QLocale::UnitedStates); }
 
-// The remainder of the number divided by 23, taken as never negative, indexes the table.
-inline QString publishedLetter(long long number)
+template <typename Call> QString errorOf(Call call) // "(no error)" when it raises none
 {
-    return QString(QLatin1Char("TRWAGMYFPDXBNJZSQVHLCKE"[((number % 23) + 23) % 23]));
+    try { call(); } catch (const ConversionError &error) { return error.message(); }
+    return "(no error)";
 }
