@@ -1,35 +1,25 @@
 #pragma once
-
 // Shared set-up of the data-access tests: a temporary folder per test, the
 // process-wide settings of Connection put back afterwards, and readers that
-// turn what a statement returns into text that compares and prints well.
-
+// turn rows into "a|b|NULL" texts.
 #include "data/Connection.h"
 #include "data/DatabaseError.h"
 
 #include <QDir>
-#include <QStringList>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include <ostream>
-
-inline void PrintTo(const QString &text, std::ostream *os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
+inline std::ostream &operator<<(std::ostream &os, const QString &text) { return os << '"' << text.toStdString() << '"'; }
+inline void PrintTo(const QString &text, std::ostream *os) { *os << text; }
 
 namespace data_test {
 
-// Every row of a statement, each as its values (or the named columns) joined
-// by "|", a null as "NULL".
 inline QStringList Rows(Connection &c, const QString &sql, const QStringList &columns = {})
 {
     QStringList rows;
     for (Recordset rs = c.Execute(sql); !rs.Eof(); rs.MoveNext()) {
         QStringList values;
-        const int count = columns.isEmpty() ? rs.FieldCount() : int(columns.size());
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < (columns.isEmpty() ? rs.FieldCount() : int(columns.size())); ++i) {
             const QVariant v = columns.isEmpty() ? rs.Fields(i) : rs.Fields(columns.at(i));
             values << (v.isNull() ? QStringLiteral("NULL") : v.toString());
         }
@@ -37,14 +27,9 @@ inline QStringList Rows(Connection &c, const QString &sql, const QStringList &co
     }
     return rows;
 }
-
 inline QString Value(Connection &c, const QString &sql) { return Rows(c, sql).value(0); }
 inline qint64 Count(Connection &c, const QString &table) { return Value(c, "SELECT COUNT(*) FROM " + table).toLongLong(); }
 inline int UserVersion(Connection &c) { return Value(c, "PRAGMA user_version").toInt(); }
-inline QStringList Columns(Connection &c, const QString &table)
-{
-    return Rows(c, "SELECT name FROM pragma_table_info('" + table + "')");
-}
 inline QStringList Tables(Connection &c)
 {
     return Rows(c, "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite_%' ORDER BY name");
@@ -57,8 +42,7 @@ inline ConnectionPtr OpenConnection(const QString &connectionString)
 }
 
 // The DatabaseError the code throws (fails the test when nothing is thrown).
-template <typename F>
-DatabaseError ExpectDatabaseError(F &&code)
+template <typename F> DatabaseError ExpectDatabaseError(F &&code)
 {
     try {
         code();
@@ -72,22 +56,14 @@ DatabaseError ExpectDatabaseError(F &&code)
 class DataTest : public ::testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(m_dir.isValid());
-        m_busyTimeout = Connection::BusyTimeout();
-    }
-
     void TearDown() override
     {
         Connection::SetBaseFolder(QString());
         Connection::SetGlobalObserver(nullptr);
         Connection::SetBusyTimeout(m_busyTimeout);
     }
-
     QString Path(const QString &name) const { return m_dir.filePath(name); }
     static QString SQLite(const QString &path) { return "Provider=SQLite;Data Source=" + path; }
-
     // An SQLite file (closed again) holding what the statements make.
     QString MakeDatabase(const QString &name, const QStringList &statements)
     {
@@ -98,7 +74,7 @@ protected:
     }
 
     QTemporaryDir m_dir;
-    int m_busyTimeout = 0;
+    const int m_busyTimeout = Connection::BusyTimeout();
 };
 
 } // namespace data_test
