@@ -1,12 +1,8 @@
 #include "GuiFixture.h"
-
-#include "controls/Controls.h"
-#include "data/Connection.h"
 #include "gui/FormView.h"
 #include "gui/ViewBinder.h"
 #include "gui/ViewFactory.h"
 #include "session/SessionSettings.h"
-#include "session/denM182.h"
 #include "session/modPrincipal.h"
 #include "wizard/frmActividadAlumno.h"
 #include "wizard/frmActividadMes.h"
@@ -14,188 +10,104 @@
 #include "wizard/frmSelActividad.h"
 #include "wizard/frmSelCursos.h"
 
-#include <QImage>
-#include <QTimer>
-
 namespace {
-
-const QString kCursos = "Selección de cursos escolares para el modelo 182";
-const QString kActividades = "Selección de Actividades";
-const QString kMeses = "Selección de los meses de facturación de las actividades";
-const QString kPorcentajes = "Selección de porcentajes de deducciones";
-const QString kAlumnos = "Datos de los Alumnos en las Actividades Seleccionadas";
-
+const QString kCursos = "Selección de cursos escolares para el modelo 182", kActividades = "Selección de Actividades",
+              kMeses = "Selección de los meses de facturación de las actividades",
+              kPorcentajes = "Selección de porcentajes de deducciones",
+              kAlumnos = "Datos de los Alumnos en las Actividades Seleccionadas";
 int FormViewsAlive()
 {
-    int count = 0;
-    for (QWidget *widget : QApplication::topLevelWidgets())
-        count += qobject_cast<FormView *>(widget) ? 1 : 0;
-    return count;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::count_if(windows.begin(), windows.end(), [](QWidget *window) { return qobject_cast<FormView *>(window); });
 }
-
 } // namespace
 
-// The small school of the wizard tests, installed in a temporary folder and
-// handed to the add-in as the host would; the wizard's windows are real.
+// The small school installed in a temporary folder and handed to the add-in
+// as the host would, with an icon; the wizard's windows are the real ones.
 class WizardWindows : public GuiTest
 {
 protected:
-    void TearDown() override
+    void SetUp() override
     {
-        GuiTest::TearDown();
-        ResetLibraryState();
-    }
-    void Install()
-    {
-        paths = BuildInstallation(dir.path(), SmallSchool());
+        GuiTest::SetUp();
+        const InstallationPaths paths = BuildInstallation(dir.path(), SmallSchool());
+        QImage icon(16, 16, QImage::Format_ARGB32);
+        icon.fill(Qt::darkBlue);
+        ASSERT_TRUE(icon.save(paths.iconFile, "PNG"));
         const SessionSettings settings = SessionSettings::Load(paths.iniFile);
         modPrincipal::Settings() = settings.Program();
         addin = std::make_unique<cAsignarDatos>(qtUi);
         addin->ObtenerDatos(settings.BuildSession());
     }
-    // Opens the first window as ActivarFormulario does, without waiting.
-    frmSelCursos &OpenWizard()
-    {
-        if (!addin)
-            Install();
-        qtUi.ShowModal(std::make_shared<frmSelCursos>(qtUi));
-        return dynamic_cast<frmSelCursos &>(*qtUi.Stack().Top());
-    }
-    // School chosen, "2024-2025" moved to "Seleccionados:", then "Siguiente ->".
-    void ToActivities()
-    {
-        OpenWizard();
-        ChooseWithKeys(Widget<QComboBox>("cboCentro"), "Colegio San Prueba");
-        ClickRow(Widget<QListView>("lstDisponibles"), "2024-2025");
-        Click("cmdAgregarUno");
-        Click("cmdAceptar");
-    }
-
-    InstallationPaths paths;
+    void TearDown() override { GuiTest::TearDown(); ResetLibraryState(); }
     std::unique_ptr<cAsignarDatos> addin;
 };
 
-TEST_F(WizardWindows, TheFirstWindowShowsTheSessionSchoolAndRefusesToGoOnEmpty)
+// The first window shows the session's school and refuses to go on empty;
+// then every step through its buttons, back from the second step by the
+// title bar and from the last by "<- Anterior", each finding its lists as
+// left; "Salir" in the last window closes all five.
+TEST_F(WizardWindows, EveryStepShowsItsModelBackKeepsTheListsAndSalirClosesAll)
 {
-    Install();
-    QImage icon(16, 16, QImage::Format_ARGB32);
-    icon.fill(Qt::darkBlue);
-    ASSERT_TRUE(icon.save(paths.iconFile, "PNG"));
-    OpenWizard();
-    QWidget *view = TopView();
-    ASSERT_NE(view, nullptr);
-    EXPECT_TRUE(view->isVisible() && view->isModal());
-    EXPECT_EQ(view->windowTitle(), kCursos);
-    EXPECT_FALSE(view->windowIcon().availableSizes().isEmpty()); // the session's icon
-
+    qtUi.ShowModal(std::make_shared<frmSelCursos>(qtUi)); // as ActivarFormulario does, without waiting
+    QWidget *first = TopView();
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(std::tuple(first->windowTitle(), first->isVisible(), first->isModal(), first->windowIcon().isNull()),
+              std::tuple(kCursos, true, true, false));
     auto &centro = Widget<QComboBox>("cboCentro");
-    EXPECT_EQ(Rows(centro), QStringList{"Colegio San Prueba"});
-    EXPECT_EQ(centro.currentIndex(), -1);
+    EXPECT_EQ(std::tuple(Rows(centro), centro.currentIndex()), std::tuple(QStringList{"Colegio San Prueba"}, -1));
     EXPECT_EQ(ListRows("lstDisponibles") + ListRows("lstSeleccionados"), QStringList());
     EXPECT_EQ(Texts({"Label1", "fraCursos", "lblDisponibles", "lblSeleccionados", "cmdAgregarUno", "cmdEliminarUno",
                      "cmdAgregarTodos", "cmdEliminarTodos", "cmdCargar", "cmdAceptar", "cmdCancelar"}),
               (QStringList{"Centro:", "Cursos Escolares:", "Disponibles:", "Seleccionados:", "<- Agregar", "Quitar ->",
                            "<<- Todos", "Todos ->>", "Cargar Datos", "Siguiente ->", "Salir"}));
     EXPECT_FALSE(Widget("cmdCargar").isEnabled()); // reloading saved work is not offered yet
-
-    // "Seleccionados:" left of the buttons, "Disponibles:" right of them, and
-    // the lists take the room the window gives them.
-    view->resize(720, 480);
-    QApplication::processEvents();
-    const auto left = [&](const char *name) { return Widget(name).mapTo(view, QPoint(0, 0)).x(); };
-    EXPECT_LT(left("lstSeleccionados"), left("cmdAgregarUno"));
-    EXPECT_LT(left("cmdAgregarUno"), left("lstDisponibles"));
-    EXPECT_GT(Widget("lstSeleccionados").height(), 200);
-    EXPECT_GT(Widget("lstSeleccionados").width(), 200);
-
+    // The host's light yellow on the mandatory fields only.
+    EXPECT_EQ(centro.palette().color(QPalette::Base), QColor(0xFF, 0xFF, 0xE1));
+    EXPECT_EQ(std::tuple(Widget("lstSeleccionados").styleSheet().contains("#ffffe1", Qt::CaseInsensitive), Widget("lstDisponibles").styleSheet()),
+              std::tuple(true, QString()));
     Click("cmdAceptar");
-    ExpectMessage(0, "Debe seleccionar algún curso escolar", QMessageBox::Warning, view);
-    EXPECT_EQ(messages.value(0).buttons, QStringList{"Aceptar"});
+    ExpectOnlyMessage("Debe seleccionar algún curso escolar", QMessageBox::Warning, first);
     EXPECT_EQ(OpenViewTitles(), QStringList{kCursos});
-}
 
-TEST_F(WizardWindows, MovingYearsThenForwardAndBackByButtonOrTitleBar)
-{
-    OpenWizard();
-    ChooseWithKeys(Widget<QComboBox>("cboCentro"), "Colegio San Prueba");
-    auto &disponibles = Widget<QListView>("lstDisponibles");
-    EXPECT_EQ(Rows(disponibles), (QStringList{"2023-2024", "2024-2025"}));
-    ClickRow(disponibles, "2024-2025");
+    ChooseWithKeys(centro, "Colegio San Prueba");
+    EXPECT_EQ(ListRows("lstDisponibles"), (QStringList{"2023-2024", "2024-2025"}));
+    ClickRow(Widget<QListView>("lstDisponibles"), "2024-2025");
     Click("cmdAgregarUno");
-    EXPECT_EQ(ListRows("lstSeleccionados"), QStringList{"2024-2025"});
-    EXPECT_EQ(Rows(disponibles), QStringList{"2023-2024"});
-    EXPECT_FALSE(disponibles.selectionModel()->hasSelection()); // the moved entry left the list
-    ClickRow(disponibles, "2023-2024", true);
-    EXPECT_EQ(ListRows("lstSeleccionados"), (QStringList{"2024-2025", "2023-2024"}));
-    EXPECT_EQ(Rows(disponibles), QStringList());
-    Click("cmdEliminarTodos");
-    EXPECT_EQ(Rows(disponibles), (QStringList{"2024-2025", "2023-2024"}));
-    ClickRow(disponibles, "2024-2025");
-    Click("cmdAgregarUno");
+    EXPECT_EQ(ListRows("lstSeleccionados") + ListRows("lstDisponibles"), (QStringList{"2024-2025", "2023-2024"}));
     Click("cmdAceptar");
-
     EXPECT_EQ(OpenViewTitles(), (QStringList{kCursos, kActividades}));
-    QWidget *first = qtUi.ViewOf(*qtUi.Stack().Forms().first());
-    EXPECT_TRUE(first->isVisible() && TopView()->isVisible());
-    EXPECT_EQ(TopView()->parentWidget(), first);
+    EXPECT_EQ(std::tuple(first->isVisible(), TopView()->isVisible(), TopView()->parentWidget()), std::tuple(true, true, first));
     auto &curso = Widget<QComboBox>("cboCursoEscolar");
-    EXPECT_EQ(Rows(curso), QStringList{"2024-2025"});
-    EXPECT_EQ(curso.currentText(), "2024-2025");
+    EXPECT_EQ(std::tuple(Rows(curso), curso.currentText()), std::tuple(QStringList{"2024-2025"}, QString("2024-2025")));
     EXPECT_EQ(ListRows("lstDisponibles"), (QStringList{"Comedor", "Ajedrez", "Robótica", "Natación"}));
-    EXPECT_EQ(Texts({"fraActual", "cmdCancelar", "cmdAceptar"}),
-              (QStringList{"Actividades", "<- Anterior", "Siguiente ->"}));
-
-    Click("cmdCancelar");
-    Flush();
-    EXPECT_EQ(OpenViewTitles(), QStringList{kCursos});
-    EXPECT_EQ(FormViewsAlive(), 1);
-    EXPECT_EQ(Widget<QComboBox>("cboCentro").currentText(), "Colegio San Prueba");
-    EXPECT_EQ(ListRows("lstSeleccionados"), QStringList{"2024-2025"});
-    EXPECT_EQ(ListRows("lstDisponibles"), QStringList{"2023-2024"});
-
-    // The title bar's close: a step goes back, the first window ends the wizard.
-    Click("cmdAceptar");
-    ASSERT_EQ(OpenViewTitles(), (QStringList{kCursos, kActividades}));
+    EXPECT_EQ(Texts({"fraActual", "cmdCancelar", "cmdAceptar"}), (QStringList{"Actividades", "<- Anterior", "Siguiente ->"}));
     EXPECT_FALSE(TopView()->close()); // the form closes it, through the Ui
     Flush();
-    EXPECT_EQ(OpenViewTitles(), QStringList{kCursos});
-    TopView()->close();
-    EXPECT_TRUE(qtUi.Stack().IsEmpty());
-    Flush();
-    EXPECT_EQ(FormViewsAlive(), 0);
-}
+    EXPECT_EQ(std::tuple(OpenViewTitles(), FormViewsAlive(), centro.currentText()), std::tuple(QStringList{kCursos}, 1, QString("Colegio San Prueba")));
+    EXPECT_EQ(ListRows("lstSeleccionados") + ListRows("lstDisponibles"), (QStringList{"2024-2025", "2023-2024"}));
 
-TEST_F(WizardWindows, OnToTheLastStepBackAsLeftAndSalirClosesEveryWindow)
-{
-    ToActivities();
+    Click("cmdAceptar");
     ClickRow(Widget<QListView>("lstDisponibles"), "Ajedrez");
     Click("cmdAgregarUno");
-    EXPECT_EQ(ListRows("lstSeleccionados"), QStringList{"Ajedrez"});
     Click("cmdAceptar");
-
     EXPECT_EQ(TopView()->windowTitle(), kMeses);
     auto &actividad = Widget<QComboBox>("cboActCurEsc");
-    EXPECT_EQ(Rows(actividad), QStringList{"2024-2025 - Ajedrez"});
-    EXPECT_EQ(actividad.currentIndex(), 0);
-    EXPECT_EQ(Texts({"Label1", "fraActual"}),
-              (QStringList{"Actividades del Curso Escolar", "Meses de Facturación de la Actividad"}));
+    EXPECT_EQ(std::tuple(Rows(actividad), actividad.currentIndex()), std::tuple(QStringList{"2024-2025 - Ajedrez"}, 0));
+    EXPECT_EQ(Texts({"Label1", "fraActual"}), (QStringList{"Actividades del Curso Escolar", "Meses de Facturación de la Actividad"}));
     EXPECT_EQ(ListRows("lstDisponibles"), (QStringList{"Octubre", "Noviembre"}));
     Click("cmdAgregarTodos");
     Click("cmdAceptar");
 
     EXPECT_EQ(OpenViewTitles(), (QStringList{kCursos, kActividades, kMeses, kPorcentajes}));
     auto &lstActividad = Widget<QListView>("lstActividad");
-    EXPECT_EQ(Rows(lstActividad), QStringList{"2024-2025 - Ajedrez"});
-    EXPECT_FALSE(lstActividad.selectionModel()->hasSelection()); // until the user picks it
-    EXPECT_EQ(ListRows("lstActPorc"), QStringList());
     auto &pares = Widget<QComboBox>("cboTipoPorcentaje");
-    EXPECT_TRUE(Rows(pares).contains("Donativo - 80%"));
-    EXPECT_EQ(pares.currentIndex(), -1);
+    EXPECT_EQ(std::tuple(Rows(lstActividad), lstActividad.selectionModel()->hasSelection(), pares.currentIndex()),
+              std::tuple(QStringList{"2024-2025 - Ajedrez"}, false, -1)); // nothing picked for the user
     ClickRow(lstActividad, "2024-2025 - Ajedrez");
     ChooseWithKeys(pares, "Donativo - 80%");
     Click("cmdAnadir");
-    EXPECT_EQ(ListRows("lstActPorc"), QStringList{"2024-2025 - Ajedrez <-> Donativo - 80%"});
-    EXPECT_EQ(Rows(lstActividad), QStringList());
+    EXPECT_EQ(ListRows("lstActPorc") + Rows(lstActividad), QStringList{"2024-2025 - Ajedrez <-> Donativo - 80%"});
     Click("cmdSiguiente");
 
     const QStringList all{kCursos, kActividades, kMeses, kPorcentajes, kAlumnos};
@@ -205,85 +117,49 @@ TEST_F(WizardWindows, OnToTheLastStepBackAsLeftAndSalirClosesEveryWindow)
     Flush();
     EXPECT_EQ(OpenViewTitles(), all.mid(0, 4));
     EXPECT_EQ(ListRows("lstActPorc"), QStringList{"2024-2025 - Ajedrez <-> Donativo - 80%"});
-
     Click("cmdSiguiente");
-    ASSERT_EQ(OpenViewTitles(), all);
-    EXPECT_EQ(FormViewsAlive(), 5);
+    ASSERT_EQ(std::tuple(OpenViewTitles(), FormViewsAlive()), std::tuple(all, 5));
     Click("cmdCancelar");
-    EXPECT_TRUE(qtUi.Stack().IsEmpty());
-    EXPECT_TRUE(modPrincipal::blnSalir);
+    EXPECT_EQ(std::tuple(qtUi.Stack().IsEmpty(), modPrincipal::blnSalir, messages.size()), std::tuple(true, true, 1));
     Flush();
     EXPECT_EQ(FormViewsAlive(), 0);
-    EXPECT_EQ(messages.size(), 0);
 }
 
-TEST_F(WizardWindows, TheHostCallReturnsWhenTheWizardIsClosed)
+TEST_F(WizardWindows, TheHostCallReturnsWhenSalirClosesTheWizard)
 {
-    Install();
     QString seen;
     QObject timers;
     QTimer::singleShot(0, &timers, [&] {
-        seen = TopView() ? TopView()->windowTitle() : QString();
-        if (auto *salir = TopView() ? TopView()->findChild<QPushButton *>("cmdCancelar") : nullptr)
-            salir->click();
+        if (QWidget *top = TopView())
+            seen = top->windowTitle(), Click("cmdCancelar");
     });
-    QTimer::singleShot(10000, &timers, [&] { // should the click not close it, the test must still end
-        while (Form *top = qtUi.Stack().Top())
-            qtUi.Unload(*top);
-    });
+    QTimer::singleShot(10000, &timers, [&] { while (Form *top = qtUi.Stack().Top()) qtUi.Unload(*top); }); // never hang
     addin->ActivarFormulario(0);
-    EXPECT_EQ(seen, kCursos);
-    EXPECT_TRUE(qtUi.Stack().IsEmpty());
+    EXPECT_EQ(std::tuple(seen, qtUi.Stack().IsEmpty()), std::tuple(kCursos, true));
 }
 
 // The windows and the forms cannot drift apart: every control has a widget
-// of its name and kind, every widget a control, and the window's own texts
-// are the captions.
-using WindowFiles = GuiTest;
-
-TEST_F(WindowFiles, EveryWizardWindowFitsItsForm)
+// of its name and kind, every widget a control; what does not fit is named.
+TEST(WindowFiles, EveryWizardWindowFitsItsFormAndAMisfitIsNamed)
 {
-    frmSelCursos cursos(qtUi);
-    frmSelActividad actividades(qtUi, cursos);
-    frmActividadMes meses(qtUi, cursos);
-    frmActividadPonderacion porcentajes(qtUi, cursos);
-    frmActividadAlumno alumnos(qtUi, cursos);
+    TestUi ui;
+    frmSelCursos cursos(ui);
+    frmSelActividad actividades(ui, cursos);
+    frmActividadMes meses(ui, cursos);
+    frmActividadPonderacion porcentajes(ui, cursos);
+    frmActividadAlumno alumnos(ui, cursos);
     for (Form *form : std::initializer_list<Form *>{&cursos, &actividades, &meses, &porcentajes, &alumnos}) {
-        SCOPED_TRACE(form->Name().toStdString());
-        ASSERT_TRUE(ViewFactory::Has(form->Name()));
         QDialog window;
         ViewFactory::Build(form->Name(), window);
-        EXPECT_EQ(window.objectName(), form->Name());
-        EXPECT_EQ(window.windowTitle(), form->Caption());
-        EXPECT_EQ(ViewBinder::Mismatches(*form, window), QStringList());
-        EXPECT_EQ(ViewBinder::UnboundWidgets(*form, window), QStringList());
-        for (ControlBase *control : form->Controls()) {
-            QString caption;
-            if (auto *label = dynamic_cast<Label *>(control)) // a frame too
-                caption = label->Caption();
-            else if (auto *button = dynamic_cast<CommandButton *>(control))
-                caption = button->Caption();
-            else if (auto *check = dynamic_cast<CheckBox *>(control))
-                caption = check->Caption();
-            else
-                continue;
-            QWidget *widget = window.findChild<QWidget *>(control->Name());
-            ASSERT_NE(widget, nullptr) << control->Name().toStdString();
-            EXPECT_EQ(ShownText(*widget), caption) << control->Name().toStdString();
-        }
+        EXPECT_EQ(ViewBinder::Mismatches(*form, window) + ViewBinder::UnboundWidgets(*form, window), QStringList())
+            << form->Name().toStdString();
     }
-}
-
-TEST_F(WindowFiles, AWidgetOfTheWrongKindOrMissingIsReported)
-{
-    frmSelCursos cursos(qtUi);
     QDialog window;
     ViewFactory::Build("frmSelCursos", window);
     delete window.findChild<QPushButton *>("cmdCargar");
     window.findChild<QListView *>("lstDisponibles")->setObjectName("lstOtra");
     (new QLabel(&window))->setObjectName("lstDisponibles");
-    EXPECT_EQ(ViewBinder::Mismatches(cursos, window),
-              (QStringList{"lstDisponibles: a QListView is needed, the window has a QLabel",
-                           "cmdCargar: no QPushButton of this name"}));
+    EXPECT_EQ(ViewBinder::Mismatches(cursos, window), (QStringList{"lstDisponibles: a QListView is needed, the window has a QLabel",
+                                                                 "cmdCargar: no QPushButton of this name"}));
     EXPECT_EQ(ViewBinder::UnboundWidgets(cursos, window), QStringList{"lstOtra"});
 }
