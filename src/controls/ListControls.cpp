@@ -137,7 +137,10 @@ void ListBox::DoubleClick(int index)
 {
     if (index < 0 || index >= ListCount())
         return;
-    UserClick(index);
+    // The first press of a double click has already clicked the entry; only
+    // an entry not yet highlighted is clicked here.
+    if (index != ListIndex())
+        UserClick(index);
     if (DblClick)
         DblClick();
 }

@@ -29,7 +29,6 @@ struct QtApplicationEnvironment : ::testing::Environment
     std::unique_ptr<QApplication> app;
 };
 inline ::testing::Environment *const kQtApplication = ::testing::AddGlobalTestEnvironment(new QtApplicationEnvironment);
-inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
 
 // What a person sees: the entries of a list or drop-down list; the text of a
 // label, button or check box, or a frame's title.

@@ -6,6 +6,7 @@
 #include "wizard/cAsignarDatos.h"
 
 #include <QStringList>
+#include <ostream>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <memory>
@@ -16,6 +17,12 @@ class frmActividadMes;
 class frmActividadPonderacion;
 class frmActividadAlumno;
 
+
+// Failed comparisons show texts as texts.
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
 
 // Puts the library-wide state back as a freshly loaded library has it: the
 // declaration connection closed and unconfigured, no session connections,
