@@ -5,28 +5,12 @@
 #include <QLocale>
 #include <gtest/gtest.h>
 
-TEST(DeclarationConnection, IsThePasswordProtectedJetConnectionWithItsAttributesInOrder)
-{
-    EXPECT_EQ(denM182::conM182().ConnectionString(),
-              QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=;Persist Security Info=False;"
-                             "Jet OLEDB:Database Password=zq417tev"));
-    EXPECT_EQ(&denM182::conM182(), &denM182::conM182());
-}
-
-TEST(DeclarationConnection, DataSourceFollowsTheServerFlag)
+TEST(DeclarationConnection, ThePathIsPlainConcatenation)
 {
     cConfiguracion c;
-    c.set_RutaBD(QStringLiteral("/srv/datos"));
-    EXPECT_EQ(denM182::DataSourceFor(c), QStringLiteral("/srv/datos/Modelo182.mdb"));
-    c.blnSQLServer = true;
-    denM182::SetAddinFolder(QStringLiteral("/opt/addin"));
-    EXPECT_EQ(denM182::DataSourceFor(c), QStringLiteral("/opt/addin/Informes/Modelo182.mdb"));
-    denM182::SetAddinFolder(QString());
-    EXPECT_FALSE(denM182::AddinFolder().isEmpty());
-    // A trailing separator is not removed: the path is plain concatenation.
-    c.blnSQLServer = false;
-    c.set_RutaBD(QStringLiteral("/srv/datos/"));
-    EXPECT_EQ(denM182::DataSourceFor(c), QStringLiteral("/srv/datos//Modelo182.mdb"));
+    c.set_RutaBD("/srv/datos/"); // a trailing separator is not removed
+    EXPECT_EQ(denM182::DataSourceFor(c), "/srv/datos//Modelo182.mdb");
+    EXPECT_FALSE(denM182::AddinFolder().isEmpty()); // the folder of the binary holding the code
 }
 
 TEST(HostApi, IsCreatedByItsProgrammaticIdAndUnknownIdsAreRefused)

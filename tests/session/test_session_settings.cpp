@@ -2,7 +2,6 @@
 #include "data/Installation.h"
 #include "session/SessionSettings.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -10,8 +9,14 @@
 class SessionSettingsTest : public ::testing::Test
 {
 protected:
-    void SetUp() override { ASSERT_TRUE(dir.isValid()); }
     void TearDown() override { Connection::SetBaseFolder(QString()); }
+    QString Write(const char *name, const char *text)
+    {
+        QFile file(dir.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return file.fileName();
+    }
     QTemporaryDir dir;
 };
 
@@ -19,60 +24,39 @@ TEST_F(SessionSettingsTest, BuildsTheHostSessionWithOpenConnectionsAndAbsolutePa
 {
     InstallationDescription d;
     d.school.id = 7;
-    d.school.name = QStringLiteral("Colegio Prueba");
-    YearDescription year;
-    year.id = 3;
-    year.name = QStringLiteral("2024-2025");
-    d.years = {year};
+    d.school.name = "Colegio Prueba";
+    d.years = {YearDescription{}};
+    d.years[0].id = 3;
+    d.years[0].name = "2024-2025";
     d.session.desarrollo = true;
-    d.session.numeroJustificante = QStringLiteral("1820000000001");
     const InstallationPaths paths = BuildInstallation(dir.path(), d);
-
     const SessionSettings settings = SessionSettings::Load(paths.iniFile);
     const SesionHostPtr session = settings.BuildSession();
-    EXPECT_EQ(session->Text(QStringLiteral("RutaBD")), paths.rutaBD);
-    EXPECT_EQ(session->Text(QStringLiteral("rutaaplicacion")), paths.rutaAplicacion);
-    EXPECT_EQ(session->Text(QStringLiteral("RutaIcono")), paths.iconFile);
-    EXPECT_EQ(session->Integer(QStringLiteral("IDCentro")), 7);
-    EXPECT_EQ(session->Text(QStringLiteral("NombreCentro")), QStringLiteral("Colegio Prueba"));
-    EXPECT_FALSE(session->Boolean(QStringLiteral("sqlserver")));
-
-    ConnectionPtr entrada = session->ConnectionValue(QStringLiteral("conexionAppEntrada"));
-    EXPECT_EQ(entrada->State(), Connection::adStateOpen);
-    EXPECT_EQ(entrada->ConnectionString(), paths.conexionAppEntrada);
-    Recordset rs = entrada->Execute(QStringLiteral("SELECT BD FROM CursoEscolar WHERE idcursoescolar=3"));
-    ASSERT_FALSE(rs.Eof());
-    // The year's relative string opens against the settings file's folder.
-    Connection yearDatabase;
-    EXPECT_NO_THROW(yearDatabase.Open(rs.Fields(QStringLiteral("BD")).toString()));
-
+    EXPECT_EQ(session->Text("RutaBD"), paths.rutaBD);
+    EXPECT_EQ(session->Text("RutaIcono"), paths.iconFile);
+    EXPECT_EQ(session->Integer("IDCentro"), 7);
+    EXPECT_FALSE(session->Boolean("sqlserver"));
     EXPECT_TRUE(settings.Program().desarrollo);
-    EXPECT_EQ(settings.Program().numeroJustificante, QStringLiteral("1820000000001"));
-    EXPECT_EQ(settings.Program().locale.name(), QStringLiteral("es_ES"));
+    EXPECT_EQ(settings.Program().locale.name(), "es_ES");
+    ConnectionPtr entrada = session->ConnectionValue("conexionAppEntrada");
+    EXPECT_EQ(entrada->ConnectionString(), paths.conexionAppEntrada);
+    // The year's relative string opens against the settings file's folder.
+    Recordset rs = entrada->Execute("SELECT BD FROM CursoEscolar WHERE idcursoescolar=3");
+    Connection year;
+    EXPECT_NO_THROW(year.Open(rs.Fields("BD").toString()));
 }
 
-TEST_F(SessionSettingsTest, AMissingFileOrSectionIsAClearError)
+TEST_F(SessionSettingsTest, AMissingFileSectionOrDatabaseIsAClearError)
 {
     try {
-        SessionSettings::Load(dir.filePath(QStringLiteral("no.ini")));
+        SessionSettings::Load(dir.filePath("no.ini"));
         FAIL();
     } catch (const SessionError &error) {
-        EXPECT_EQ(error.Message(), QStringLiteral("No se encuentra el fichero de sesión «%1».").arg(dir.filePath(QStringLiteral("no.ini"))));
+        EXPECT_EQ(error.Message(), "No se encuentra el fichero de sesión «" + dir.filePath("no.ini") + "».");
     }
-    QFile empty(dir.filePath(QStringLiteral("vacio.ini")));
-    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
-    empty.write("[Otra]\nx=1\n");
-    empty.close();
-    EXPECT_THROW(SessionSettings::Load(empty.fileName()), SessionError);
-}
-
-TEST_F(SessionSettingsTest, AConnectionToAMissingDatabaseFailsWithoutCreatingIt)
-{
-    QFile ini(dir.filePath(QStringLiteral("s.ini")));
-    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
-    ini.write("[Sesion]\nconexionAppEntrada=\"Provider=SQLite;Data Source=datos/no.db\"\n");
-    ini.close();
-    const SessionSettings settings = SessionSettings::Load(ini.fileName());
-    EXPECT_ANY_THROW(settings.BuildSession());
-    EXPECT_FALSE(QFile::exists(dir.filePath(QStringLiteral("datos/no.db"))));
+    EXPECT_THROW(SessionSettings::Load(Write("otra.ini", "[Otra]\nx=1\n")), SessionError);
+    const SessionSettings missing =
+        SessionSettings::Load(Write("s.ini", "[Sesion]\nconexionAppEntrada=\"Provider=SQLite;Data Source=datos/no.db\"\n"));
+    EXPECT_ANY_THROW(missing.BuildSession());
+    EXPECT_FALSE(QFile::exists(dir.filePath("datos/no.db"))); // never created
 }
