@@ -1,8 +1,6 @@
 # Each layer of src/ is compiled from every source file of its folder (so
 # adding a file never means editing a CMakeLists.txt) into an object library;
-# the layers below the windows are then linked into one shared core library,
-# so that the host stand-in and the add-in it loads share one session
-# context, one declaration connection and one component registry.
+# the layers below the windows are then linked into one static core library.
 function(m182_module name)
   cmake_parse_arguments(ARG "" "" "DEPS" ${ARGN})
   file(GLOB _sources CONFIGURE_DEPENDS

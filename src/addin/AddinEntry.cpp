@@ -1,6 +1,7 @@
 // The add-in's entry points, as the host finds them in the loaded library.
 
 #include "gui/QtUi.h"
+#include "session/modPrincipal.h"
 #include "wizard/cAsignarDatos.h"
 
 #include <QtGlobal>
@@ -10,8 +11,9 @@ extern "C" {
 // Creates the add-in's public class; its windows are shown with Qt.
 Q_DECL_EXPORT cAsignarDatos *CrearAsignarDatos()
 {
-    // One front end for the library's lifetime, like its session context.
-    static QtUi *ui = new QtUi();
+    // One front end for the library's lifetime; each add-in object starts
+    // its own wizard run on it.
+    static QtUi *ui = new QtUi(modPrincipal::LoadResString(100));
     return new cAsignarDatos(*ui);
 }
 

@@ -46,7 +46,6 @@ int RunWizard(const QString &sessionFile)
     SesionHostPtr session;
     try {
         const SessionSettings settings = SessionSettings::Load(sessionFile);
-        modPrincipal::Settings() = settings.Program();
         QLocale::setDefault(settings.Program().locale);
         session = settings.BuildSession();
     } catch (const DatabaseError &error) {

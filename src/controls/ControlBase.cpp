@@ -2,6 +2,31 @@
 
 #include "controls/Form.h"
 
+namespace {
+
+// Keeps the window of a running handler alive until the handler returns.
+class HandlerScope
+{
+public:
+    explicit HandlerScope(Form *form) : m_ui(form ? &form->ui() : nullptr)
+    {
+        if (m_ui)
+            m_ui->EnterHandler();
+    }
+    ~HandlerScope()
+    {
+        if (m_ui)
+            m_ui->LeaveHandler();
+    }
+    HandlerScope(const HandlerScope &) = delete;
+    HandlerScope &operator=(const HandlerScope &) = delete;
+
+private:
+    Ui *m_ui;
+};
+
+} // namespace
+
 ControlBase::ControlBase(Form *owner, const QString &name) : m_owner(owner), m_name(name)
 {
     if (owner)
@@ -36,4 +61,12 @@ void ControlBase::SetToolTipText(const QString &text)
 {
     m_toolTip = text;
     NotifyChanged();
+}
+
+void ControlBase::Fire(const std::function<void()> &handler)
+{
+    if (!handler)
+        return;
+    HandlerScope scope(m_owner);
+    handler();
 }

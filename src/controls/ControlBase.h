@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 class Form;
 
@@ -28,6 +29,10 @@ public:
     void SetToolTipText(const QString &text);
 
 protected:
+    // Runs one of the control's event handlers (if set) inside the window's
+    // handler scope.
+    void Fire(const std::function<void()> &handler);
+
     // Tells the view to show the control's new state.
     virtual void NotifyChanged() = 0;
 

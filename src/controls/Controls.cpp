@@ -20,8 +20,8 @@ void CommandButton::SetCaption(const QString &caption)
 
 void CommandButton::Press()
 {
-    if (Enabled() && Click)
-        Click();
+    if (Enabled())
+        Fire(Click);
 }
 
 void CheckBox::SetValue(int value)
@@ -30,8 +30,7 @@ void CheckBox::SetValue(int value)
         return;
     m_value = value;
     NotifyChanged();
-    if (Click)
-        Click();
+    Fire(Click);
 }
 
 void TextBox::SetText(const QString &text)
@@ -40,14 +39,13 @@ void TextBox::SetText(const QString &text)
         return;
     m_text = text;
     NotifyChanged();
-    if (Change)
-        Change();
+    Fire(Change);
 }
 
 int TextBox::TypeKey(int keyAscii)
 {
     if (KeyPress)
-        KeyPress(keyAscii);
+        Fire([&] { KeyPress(keyAscii); });
     if (keyAscii == 0)
         return 0;
     if (keyAscii == 8) {

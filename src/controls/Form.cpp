@@ -15,3 +15,17 @@ ControlBase *Form::FindControl(const QString &name) const
             return control;
     return nullptr;
 }
+
+void Form::Refuse(const QString &text)
+{
+    m_ui.Beep();
+    m_ui.MsgBox(text, vbExclamation);
+}
+
+void Form::ShowNextStep(std::shared_ptr<Form> next, const bool &closeAll)
+{
+    m_ui.ShowModal(std::move(next), [this, &closeAll] {
+        if (closeAll)
+            Unload();
+    });
+}

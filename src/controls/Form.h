@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <memory>
 
 class ControlBase;
 
@@ -35,6 +36,13 @@ public:
     virtual void Form_Unload(int &cancel) { (void)cancel; }
 
     void Unload() { m_ui.Unload(*this); }
+
+    // A refusal: the system beep and `text` with the exclamation icon. The
+    // caller then returns, leaving the window as it was.
+    void Refuse(const QString &text);
+    // Opens `next` modally over this window; when it closes, this window
+    // closes too if `closeAll` (the run's close-all flag) is set by then.
+    void ShowNextStep(std::shared_ptr<Form> next, const bool &closeAll);
     bool IsLoaded() const { return m_ui.IsLoaded(*this); }
     Ui &ui() const { return m_ui; }
 

@@ -80,8 +80,7 @@ void ListControl::SetListIndex(int index)
         return;
     m_listIndex = index;
     Q_EMIT ListIndexChanged(m_listIndex);
-    if (Click)
-        Click();
+    Fire(Click);
 }
 
 void ListControl::UserClick(int index)
@@ -92,8 +91,7 @@ void ListControl::UserClick(int index)
         m_listIndex = index;
         Q_EMIT ListIndexChanged(m_listIndex);
     }
-    if (Click)
-        Click();
+    Fire(Click);
 }
 
 QString ListControl::Text() const
@@ -141,8 +139,7 @@ void ListBox::DoubleClick(int index)
     // an entry not yet highlighted is clicked here.
     if (index != ListIndex())
         UserClick(index);
-    if (DblClick)
-        DblClick();
+    Fire(DblClick);
 }
 
 void ListBox::FitHorizontalExtent()

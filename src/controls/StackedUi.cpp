@@ -19,6 +19,20 @@ void StackedUi::Unload(Form &form)
     m_stack.Unload(form);
 }
 
+void StackedUi::EnterHandler()
+{
+    // No handler runs: windows closed by an earlier one (or by a direct
+    // call) can go now.
+    if (m_handlerDepth++ == 0)
+        m_stack.ReleaseClosed();
+}
+
+void StackedUi::LeaveHandler()
+{
+    if (--m_handlerDepth == 0)
+        m_stack.ReleaseClosed();
+}
+
 bool StackedUi::IsLoaded(const Form &form) const
 {
     return m_stack.Contains(form);

@@ -13,6 +13,8 @@ public:
     void ShowModal(std::shared_ptr<Form> form, std::function<void()> onReturn = {}) override;
     void Unload(Form &form) override;
     bool IsLoaded(const Form &form) const override;
+    void EnterHandler() override;
+    void LeaveHandler() override;
 
     WindowStack &Stack() { return m_stack; }
     const WindowStack &Stack() const { return m_stack; }
@@ -24,4 +26,5 @@ protected:
 
 private:
     WindowStack m_stack;
+    int m_handlerDepth = 0;
 };

@@ -45,6 +45,12 @@ public:
     // Waits until every window has closed (the host's modal call).
     virtual void RunUntilClosed() = 0;
 
+    // Every event handler of a control runs between these two calls: a
+    // window closed by a handler is destroyed only once the outermost
+    // handler has returned, never while its own code is still running.
+    virtual void EnterHandler() {}
+    virtual void LeaveHandler() {}
+
     virtual void SetMousePointer(int pointer) = 0;
     virtual void DoEvents() = 0;
     virtual void ShellOpen(const QString &path) = 0;

@@ -38,6 +38,7 @@ void WindowStack::Unload(Form &form)
         return;
     }
     Entry entry = m_entries.takeAt(IndexOf(form));
+    m_closed.append(entry.form);
     if (m_listener.closed)
         m_listener.closed(form);
     // The window below resumes: it may unload itself in turn.

@@ -30,6 +30,11 @@ public:
     // Unloading a window that is not open does nothing.
     void Unload(Form &form);
 
+    // Windows closed while a handler ran are kept until it has returned:
+    // these end their lives (the Ui calls it when no handler runs).
+    void ReleaseClosed() { m_closed.clear(); }
+    int ClosedCount() const { return int(m_closed.size()); }
+
     bool Contains(const Form &form) const;
     Form *Top() const;
     int Count() const { return int(m_entries.size()); }
@@ -46,5 +51,6 @@ private:
     int IndexOf(const Form &form) const;
 
     QList<Entry> m_entries;
+    QList<std::shared_ptr<Form>> m_closed;
     Listener m_listener;
 };

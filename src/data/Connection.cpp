@@ -2,84 +2,31 @@
 
 #include "data/DatabaseError.h"
 #include "data/JetDialect.h"
-#include "data/SchemaVersion.h"
-#include "data/SpanishCollation.h"
+#include "data/SqlProviders.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QSqlDatabase>
-#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QUrl>
 #include <atomic>
 #include <sqlite3.h>
 
 namespace {
 
-const QString kQtSQLite = QStringLiteral("QSQLITE");
-const QString kQtPostgreSQL = QStringLiteral("QPSQL");
+using namespace SqlProviders;
+
 const QString kCopyAlias = QStringLiteral("m182_origen");
 
-QString &BaseFolderSetting()
-{
-    static QString folder;
-    return folder;
-}
-
-int &BusyTimeoutSetting()
-{
-    static int milliseconds = 1000;
-    return milliseconds;
-}
-
-Connection::Observer &GlobalObserver()
-{
-    static Connection::Observer observer;
-    return observer;
-}
-
-QString NextQtName()
+// Qt keeps its connections by name, once per process; the program and the
+// add-in it loads each carry their own copy of this code, so the name holds
+// the object's address besides a counter.
+QString NextQtName(const void *connection)
 {
     static std::atomic<int> counter{0};
-    return QStringLiteral("m182_connection_%1").arg(++counter);
-}
-
-enum class ProviderKind { SQLite, PostgreSQL, Unknown };
-
-ProviderKind KindOf(const QString &provider)
-{
-    const QString p = provider.trimmed();
-    if (p.compare(QLatin1String("Microsoft.Jet.OLEDB.4.0"), Qt::CaseInsensitive) == 0
-        || p.compare(QLatin1String("SQLite"), Qt::CaseInsensitive) == 0)
-        return ProviderKind::SQLite;
-    if (p.compare(QLatin1String("PostgreSQL"), Qt::CaseInsensitive) == 0)
-        return ProviderKind::PostgreSQL;
-    return ProviderKind::Unknown;
-}
-
-// The database's own words where it gave some, else Qt's.
-QString ErrorText(const QSqlError &error)
-{
-    const QString db = error.databaseText().trimmed();
-    return db.isEmpty() ? error.text().trimmed() : db;
-}
-
-// SQLITE_BUSY or SQLITE_LOCKED (with any extended code).
-bool IsLockError(const QSqlError &error)
-{
-    bool ok = false;
-    const int code = error.nativeErrorCode().toInt(&ok);
-    return ok && ((code & 0xff) == SQLITE_BUSY || (code & 0xff) == SQLITE_LOCKED);
-}
-
-// An SQLite URI for a file: opening through "mode=rw"/"mode=ro" can never
-// create the file, whatever happens between our existence check and the open.
-QString FileUri(const QString &path, bool readOnly)
-{
-    return QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))
-        + (readOnly ? QStringLiteral("?mode=ro") : QStringLiteral("?mode=rw"));
+    return QStringLiteral("m182_connection_") + QString::number(quintptr(connection), 16) + QLatin1Char('_')
+        + QString::number(++counter);
 }
 
 bool WantsReadOnly(const QString &mode)
@@ -99,23 +46,13 @@ bool WantsReadOnly(const QString &mode)
     return read;
 }
 
-sqlite3 *SQLiteHandle(const QSqlDatabase &db)
-{
-    if (!db.driver())
-        return nullptr;
-    const QVariant handle = db.driver()->handle();
-    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0)
-        return nullptr;
-    return *static_cast<sqlite3 *const *>(handle.constData());
-}
-
 struct Result
 {
     Recordset rows;
     int affected = 0;
 };
 
-Result Run(QSqlDatabase &db, const QString &text, const QString &original)
+Result Run(QSqlDatabase &db, const QString &text, const QString &original, const QString &database)
 {
     sqlite3 *handle = SQLiteHandle(db);
     const qint64 totalBefore = handle ? sqlite3_total_changes64(handle) : 0;
@@ -123,7 +60,7 @@ Result Run(QSqlDatabase &db, const QString &text, const QString &original)
     QSqlQuery query(db);
     query.setForwardOnly(true);
     if (!query.exec(text))
-        throw DatabaseError(ErrorText(query.lastError()), original);
+        throw DatabaseError(StatementFailure(query.lastError(), database), original, ErrorText(query.lastError()));
 
     Result result;
     if (query.isSelect()) {
@@ -142,7 +79,8 @@ Result Run(QSqlDatabase &db, const QString &text, const QString &original)
         }
         // A failure while stepping (a lock, a broken page) ends next() too.
         if (query.lastError().isValid())
-            throw DatabaseError(ErrorText(query.lastError()), original);
+            throw DatabaseError(StatementFailure(query.lastError(), database), original,
+                                ErrorText(query.lastError()));
         result.rows = Recordset(names, rows);
         return result;
     }
@@ -162,13 +100,13 @@ Result Run(QSqlDatabase &db, const QString &text, const QString &original)
 } // namespace
 
 Connection::Connection()
-    : m_qtName(NextQtName())
+    : m_qtName(NextQtName(this))
 {
 }
 
 Connection::Connection(const QString &connectionString)
     : m_connectionString(connectionString)
-    , m_qtName(NextQtName())
+    , m_qtName(NextQtName(this))
 {
 }
 
@@ -181,46 +119,31 @@ Connection::~Connection()
     }
 }
 
-void Connection::SetBaseFolder(const QString &folder)
+QString Connection::BaseFolder() const
 {
-    BaseFolderSetting() = folder;
+    return m_baseFolder.isEmpty() ? QDir::currentPath() : m_baseFolder;
 }
 
-QString Connection::BaseFolder()
-{
-    const QString &folder = BaseFolderSetting();
-    return folder.isEmpty() ? QDir::currentPath() : folder;
-}
-
-QString Connection::ResolvePath(const QString &path)
+QString Connection::ResolvePath(const QString &path, const QString &baseFolder)
 {
     if (path.isEmpty())
         return path;
     if (QDir::isAbsolutePath(path))
         return QDir::cleanPath(path);
-    return QDir::cleanPath(QDir(BaseFolder()).absoluteFilePath(path));
+    const QString base = baseFolder.isEmpty() ? QDir::currentPath() : baseFolder;
+    return QDir::cleanPath(QDir(base).absoluteFilePath(path));
+}
+
+QString Connection::ResolvePath(const QString &path) const
+{
+    return ResolvePath(path, m_baseFolder);
 }
 
 QString Connection::DataSourcePath() const
 {
-    if (KindOf(Property(QStringLiteral("Provider"))) != ProviderKind::SQLite)
+    if (KindOf(Property(QStringLiteral("Provider"))) != Kind::SQLite)
         return QString();
     return ResolvePath(Property(QStringLiteral("Data Source")));
-}
-
-void Connection::SetBusyTimeout(int milliseconds)
-{
-    BusyTimeoutSetting() = qMax(0, milliseconds);
-}
-
-int Connection::BusyTimeout()
-{
-    return BusyTimeoutSetting();
-}
-
-void Connection::SetGlobalObserver(Observer observer)
-{
-    GlobalObserver() = std::move(observer);
 }
 
 void Connection::SetConnectionString(const QString &text)
@@ -276,172 +199,42 @@ void Connection::OpenDatabase(bool mayCreate)
 {
     const QString provider = Property(QStringLiteral("Provider"));
     switch (KindOf(provider)) {
-    case ProviderKind::SQLite:
-        OpenSQLite(mayCreate);
+    case Kind::SQLite: {
+        const QString source = Property(QStringLiteral("Data Source")).trimmed();
+        if (source.isEmpty())
+            throw DatabaseError(QStringLiteral("La cadena de conexión no indica la base de datos (Data Source)."),
+                                ConnectionString());
+        SQLiteOpen how;
+        how.path = ResolvePath(source);
+        how.mayCreate = mayCreate;
+        how.readOnly = !mayCreate && WantsReadOnly(Property(QStringLiteral("Mode")));
+        how.busyTimeout = m_busyTimeout;
+        OpenSQLite(m_qtName, how, ConnectionString());
+        m_open = true;
+        m_sqlite = true;
         return;
-    case ProviderKind::PostgreSQL:
+    }
+    case Kind::PostgreSQL:
         if (mayCreate)
             break;
-        OpenPostgreSQL();
+        OpenPostgreSQL(m_qtName, m_connectionString);
+        m_open = true;
+        m_sqlite = false;
         return;
-    case ProviderKind::Unknown:
+    case Kind::Unknown:
         break;
     }
-    throw DatabaseError(QStringLiteral("Proveedor desconocido: %1")
-                            .arg(provider.trimmed().isEmpty()
-                                     ? QStringLiteral("la cadena de conexión no indica ninguno")
-                                     : provider),
+    throw DatabaseError(QStringLiteral("Proveedor desconocido: ")
+                            + (provider.trimmed().isEmpty() ? QStringLiteral("la cadena de conexión no indica ninguno")
+                                                            : provider),
                         ConnectionString());
-}
-
-void Connection::OpenSQLite(bool mayCreate)
-{
-    const QString connectionText = ConnectionString();
-    const QString source = Property(QStringLiteral("Data Source")).trimmed();
-    if (source.isEmpty()) {
-        throw DatabaseError(QStringLiteral("La cadena de conexión no indica la base de datos (Data Source)."),
-                            connectionText);
-    }
-    const QString path = ResolvePath(source);
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile()) {
-        throw DatabaseError(QStringLiteral("«%1» no es un archivo de base de datos.").arg(path), connectionText);
-    }
-    if (!info.exists()) {
-        if (!mayCreate)
-            throw DatabaseError(QStringLiteral("No existe la base de datos «%1».").arg(path), connectionText);
-        if (!info.absoluteDir().exists()) {
-            throw DatabaseError(QStringLiteral("No existe la carpeta «%1» donde crear la base de datos.")
-                                    .arg(QDir::toNativeSeparators(info.absolutePath())),
-                                connectionText);
-        }
-    }
-
-    const bool readOnly = !mayCreate && WantsReadOnly(Property(QStringLiteral("Mode")));
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(kQtSQLite, m_qtName);
-        if (!db.isValid()) {
-            db = QSqlDatabase();
-            QSqlDatabase::removeDatabase(m_qtName);
-            throw DatabaseError(QStringLiteral("El controlador de SQLite (QSQLITE) de Qt no está instalado."),
-                                connectionText);
-        }
-        QStringList options;
-        options << QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(BusyTimeout());
-        if (mayCreate) {
-            db.setDatabaseName(path);
-        } else {
-            options << QStringLiteral("QSQLITE_OPEN_URI");
-            if (readOnly)
-                options << QStringLiteral("QSQLITE_OPEN_READONLY");
-            db.setDatabaseName(FileUri(path, readOnly));
-        }
-        db.setConnectOptions(options.join(QLatin1Char(';')));
-        if (!db.open()) {
-            const QString error = ErrorText(db.lastError());
-            db = QSqlDatabase();
-            QSqlDatabase::removeDatabase(m_qtName);
-            throw DatabaseError(QStringLiteral("No se puede abrir la base de datos «%1»: %2").arg(path, error),
-                                connectionText);
-        }
-    }
-    m_open = true;
-    m_sqlite = true;
-
-    // From here on a failure must leave the connection closed.
-    try {
-        QSqlDatabase db = Database();
-        sqlite3 *handle = SQLiteHandle(db);
-        if (!handle || RegisterSpanishCollation(handle) != SQLITE_OK) {
-            throw DatabaseError(QStringLiteral("No se puede preparar la comparación de textos en «%1».").arg(path),
-                                connectionText);
-        }
-        // SQLite opens anything; the first read tells a database from
-        // another kind of file.
-        QSqlQuery probe(db);
-        if (!probe.exec(QStringLiteral("PRAGMA schema_version"))) {
-            const QSqlError error = probe.lastError();
-            if (IsLockError(error)) {
-                throw DatabaseError(QStringLiteral("La base de datos «%1» está bloqueada por otra conexión: %2")
-                                        .arg(path, ErrorText(error)),
-                                    connectionText);
-            }
-            throw DatabaseError(QStringLiteral("«%1» no es una base de datos válida: %2").arg(path, ErrorText(error)),
-                                connectionText);
-        }
-        probe.finish();
-        int version = 0;
-        if (probe.exec(QStringLiteral("PRAGMA user_version")) && probe.next())
-            version = probe.value(0).toInt();
-        probe.finish();
-        if (version > kSchemaVersion) {
-            throw DatabaseError(QStringLiteral("La base de datos «%1» fue creada por una versión más reciente del "
-                                               "programa (estructura %2; esta versión admite hasta la %3). "
-                                               "Actualice el programa para abrirla.")
-                                    .arg(path)
-                                    .arg(version)
-                                    .arg(kSchemaVersion),
-                                connectionText);
-        }
-        if (!probe.exec(QStringLiteral("PRAGMA foreign_keys=ON"))) {
-            throw DatabaseError(ErrorText(probe.lastError()), QStringLiteral("PRAGMA foreign_keys=ON"));
-        }
-    } catch (...) {
-        Discard();
-        throw;
-    }
-}
-
-void Connection::OpenPostgreSQL()
-{
-    const QString connectionText = ConnectionString();
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(kQtPostgreSQL, m_qtName);
-        if (!db.isValid()) {
-            db = QSqlDatabase();
-            QSqlDatabase::removeDatabase(m_qtName);
-            throw DatabaseError(QStringLiteral("El controlador de PostgreSQL (QPSQL) de Qt no está instalado."),
-                                connectionText);
-        }
-        const QString host = Property(QStringLiteral("Host"));
-        const QString port = Property(QStringLiteral("Port"));
-        const QString database = Property(QStringLiteral("Database"));
-        db.setHostName(host);
-        if (!port.isEmpty()) {
-            bool ok = false;
-            const int number = port.toInt(&ok);
-            if (!ok) {
-                db = QSqlDatabase();
-                QSqlDatabase::removeDatabase(m_qtName);
-                throw DatabaseError(QStringLiteral("El puerto «%1» no es un número.").arg(port), connectionText);
-            }
-            db.setPort(number);
-        }
-        db.setDatabaseName(database);
-        db.setUserName(Property(QStringLiteral("User ID")));
-        db.setPassword(Property(QStringLiteral("Password")));
-        if (!db.open()) {
-            const QString error = ErrorText(db.lastError());
-            db = QSqlDatabase();
-            QSqlDatabase::removeDatabase(m_qtName);
-            throw DatabaseError(QStringLiteral("No se puede conectar con la base de datos «%1» del servidor «%2»: %3")
-                                    .arg(database, host.isEmpty() ? QStringLiteral("localhost") : host, error),
-                                connectionText);
-        }
-    }
-    m_open = true;
-    m_sqlite = false;
 }
 
 void Connection::Discard()
 {
     {
-        QSqlDatabase db = QSqlDatabase::database(m_qtName, false);
-        if (db.isValid())
-            db.close();
+        PendingConnection release(m_qtName);
     }
-    if (QSqlDatabase::contains(m_qtName))
-        QSqlDatabase::removeDatabase(m_qtName);
     m_open = false;
     m_sqlite = false;
     m_inTransaction = false;
@@ -463,8 +256,6 @@ void Connection::Notify(const QString &statement) const
 {
     if (m_observer)
         m_observer(*this, statement);
-    if (const Observer &global = GlobalObserver())
-        global(*this, statement);
 }
 
 Recordset Connection::Execute(const QString &sql)
@@ -475,8 +266,9 @@ Recordset Connection::Execute(const QString &sql)
         throw DatabaseError(QStringLiteral("La conexión está cerrada."), sql);
 
     QSqlDatabase db = Database();
+    const QString database = DatabaseName();
     if (!m_sqlite) {
-        Result result = Run(db, sql, sql);
+        Result result = Run(db, sql, sql, database);
         m_recordsAffected = result.affected;
         return result.rows;
     }
@@ -486,22 +278,22 @@ Recordset Connection::Execute(const QString &sql)
         const QFileInfo info(source);
         if (!info.isFile())
             throw DatabaseError(QStringLiteral("No existe la base de datos «%1».").arg(source), sql);
-        Run(db, JetDialect::AttachStatement(FileUri(source, true), kCopyAlias), sql);
+        Run(db, JetDialect::AttachStatement(FileUri(source, true), kCopyAlias), sql, database);
         int copied = 0;
         try {
-            Run(db, JetDialect::CreateTableAsStatement(*copy, kCopyAlias), sql);
-            const Result count = Run(db, QStringLiteral("SELECT COUNT(*) FROM [%1]").arg(copy->targetTable), sql);
+            Run(db, JetDialect::CreateTableAsStatement(*copy, kCopyAlias), sql, database);
+            const Result count = Run(db, QStringLiteral("SELECT COUNT(*) FROM [") + copy->targetTable + QStringLiteral("]"), sql, database);
             copied = count.rows.Rows().value(0).value(0).toInt();
         } catch (...) {
             QSqlQuery(db).exec(JetDialect::DetachStatement(kCopyAlias));
             throw;
         }
-        Run(db, JetDialect::DetachStatement(kCopyAlias), sql);
+        Run(db, JetDialect::DetachStatement(kCopyAlias), sql, database);
         m_recordsAffected = copied;
         return Recordset(QStringList(), QList<QVariantList>());
     }
 
-    Result result = Run(db, JetDialect::ReplaceBooleanLiterals(sql), sql);
+    Result result = Run(db, JetDialect::ReplaceBooleanLiterals(sql), sql, database);
     m_recordsAffected = result.affected;
     return result.rows;
 }
@@ -514,8 +306,9 @@ void Connection::BeginTrans()
         throw DatabaseError(QStringLiteral("Ya hay una transacción abierta en esta conexión."), QStringLiteral("BEGIN"));
     }
     QSqlDatabase db = Database();
+    const QString database = DatabaseName();
     if (!db.transaction())
-        throw DatabaseError(ErrorText(db.lastError()), QStringLiteral("BEGIN"));
+        throw DatabaseError(StatementFailure(db.lastError(), database), QStringLiteral("BEGIN"), ErrorText(db.lastError()));
     m_inTransaction = true;
 }
 
@@ -526,8 +319,9 @@ void Connection::CommitTrans()
     if (!m_inTransaction)
         throw DatabaseError(QStringLiteral("No hay ninguna transacción abierta que confirmar."), QStringLiteral("COMMIT"));
     QSqlDatabase db = Database();
+    const QString database = DatabaseName();
     if (!db.commit())
-        throw DatabaseError(ErrorText(db.lastError()), QStringLiteral("COMMIT"));
+        throw DatabaseError(StatementFailure(db.lastError(), database), QStringLiteral("COMMIT"), ErrorText(db.lastError()));
     m_inTransaction = false;
 }
 
@@ -538,8 +332,43 @@ void Connection::RollbackTrans()
     if (!m_inTransaction)
         throw DatabaseError(QStringLiteral("No hay ninguna transacción abierta que deshacer."), QStringLiteral("ROLLBACK"));
     QSqlDatabase db = Database();
+    const QString database = DatabaseName();
     const bool ok = db.rollback();
     m_inTransaction = false;
     if (!ok)
-        throw DatabaseError(ErrorText(db.lastError()), QStringLiteral("ROLLBACK"));
+        throw DatabaseError(StatementFailure(db.lastError(), database), QStringLiteral("ROLLBACK"), ErrorText(db.lastError()));
+}
+
+QString Connection::DatabaseName() const
+{
+    if (m_sqlite || KindOf(Property(QStringLiteral("Provider"))) == Kind::SQLite)
+        return DataSourcePath();
+    return Property(QStringLiteral("Database"));
+}
+
+Connection::Transaction::Transaction(Connection &connection) : m_connection(connection)
+{
+    if (connection.InTransaction())
+        return;
+    connection.BeginTrans();
+    m_active = true;
+}
+
+Connection::Transaction::~Transaction()
+{
+    if (!m_active || !m_connection.InTransaction())
+        return;
+    try {
+        m_connection.RollbackTrans();
+    } catch (...) {
+        // A destructor must not throw; the connection is closed or broken.
+    }
+}
+
+void Connection::Transaction::Commit()
+{
+    if (!m_active)
+        return;
+    m_connection.CommitTrans();
+    m_active = false;
 }

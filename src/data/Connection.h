@@ -21,8 +21,8 @@ class QSqlDatabase;
 // M182_TEXT_COLLATION registered.
 //
 // Every statement text that Execute receives is reported, before it runs,
-// to the connection's observer and to the process-wide observer (tests
-// assert the exact texts).
+// to the connection's observer (tests assert the exact texts; an observer
+// that throws stops the statement, which is how tests inject failures).
 class Connection
 {
 public:
@@ -62,8 +62,25 @@ public:
     void CommitTrans();
     void RollbackTrans();
 
+    // One transaction around a batch of writes: committed by Commit(),
+    // rolled back when the scope is left without it (an exception). Inside a
+    // transaction the connection already runs, it does nothing.
+    class Transaction
+    {
+    public:
+        explicit Transaction(Connection &connection);
+        ~Transaction();
+        Transaction(const Transaction &) = delete;
+        Transaction &operator=(const Transaction &) = delete;
+        void Commit();
+
+    private:
+        Connection &m_connection;
+        bool m_active = false;
+    };
+
     void SetObserver(Observer observer) { m_observer = std::move(observer); }
-    static void SetGlobalObserver(Observer observer);
+    const Observer &GetObserver() const { return m_observer; }
 
     // Creates (or opens, if present) an SQLite file for the creation routines:
     // the one place where a database file may come into being. The folder
@@ -74,18 +91,20 @@ public:
     // A relative "Data Source" (and the file of a cross-database copy) is
     // taken from this folder; by default the process's current folder. The
     // connection string keeps the path as written.
-    static void SetBaseFolder(const QString &folder);
-    static QString BaseFolder();
+    void SetBaseFolder(const QString &folder) { m_baseFolder = folder; }
+    QString BaseFolder() const;
     // The absolute, cleaned path that a "Data Source" value names.
-    static QString ResolvePath(const QString &path);
+    QString ResolvePath(const QString &path) const;
+    static QString ResolvePath(const QString &path, const QString &baseFolder);
     // The file this connection's "Data Source" names, resolved ("" for a
     // server connection).
     QString DataSourcePath() const;
 
     // How long a statement waits for another connection's lock before it
-    // fails with "database is locked" (SQLite providers; milliseconds).
-    static void SetBusyTimeout(int milliseconds);
-    static int BusyTimeout();
+    // fails with "database is locked" (SQLite providers; milliseconds; takes
+    // effect at the next Open).
+    void SetBusyTimeout(int milliseconds) { m_busyTimeout = qMax(0, milliseconds); }
+    int BusyTimeout() const { return m_busyTimeout; }
 
     // True between BeginTrans and CommitTrans/RollbackTrans.
     bool InTransaction() const { return m_inTransaction; }
@@ -95,9 +114,9 @@ public:
 
 private:
     void OpenDatabase(bool mayCreate);
-    void OpenSQLite(bool mayCreate);
-    void OpenPostgreSQL();
     void Discard();
+    // The file or server database named in messages.
+    QString DatabaseName() const;
     void Notify(const QString &statement) const;
 
     ::ConnectionString m_connectionString;
@@ -106,6 +125,8 @@ private:
     bool m_sqlite = false;
     bool m_inTransaction = false;
     int m_recordsAffected = 0;
+    int m_busyTimeout = 1000;
+    QString m_baseFolder;
     Observer m_observer;
 };
 

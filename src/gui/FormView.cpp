@@ -8,9 +8,9 @@
 #include <QFileInfo>
 #include <QIcon>
 
-FormView::FormView(Form &form, QWidget *parent) : QDialog(parent), m_form(&form)
+FormView::FormView(Form &form, const ViewFactory &views, QWidget *parent) : QDialog(parent), m_form(&form)
 {
-    ViewFactory::Build(form.Name(), *this);
+    views.Build(form.Name(), *this);
     setWindowTitle(form.Caption());
     if (!form.IconPath().isEmpty() && QFileInfo(form.IconPath()).isFile())
         setWindowIcon(QIcon(form.IconPath()));

@@ -4,16 +4,17 @@
 
 class Form;
 class ViewBinder;
+class ViewFactory;
 
 // The window of one form: a dialog built from the form's .ui file (by name,
-// through ViewFactory) with every control bound to its widget. It holds no
+// through the Ui's ViewFactory) with every control bound to its widget. It holds no
 // rules of its own; closing it from the title bar is the window's own way
 // back (the form is unloaded, so the window stack stays as the form knows it).
 class FormView : public QDialog
 {
     Q_OBJECT
 public:
-    FormView(Form &form, QWidget *parent = nullptr);
+    FormView(Form &form, const ViewFactory &views, QWidget *parent = nullptr);
     ~FormView() override;
 
     // The form shown; null once the form has closed.

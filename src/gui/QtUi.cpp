@@ -2,7 +2,6 @@
 
 #include "controls/Form.h"
 #include "gui/FormView.h"
-#include "session/modPrincipal.h"
 
 #include <QRect>
 #include <QApplication>
@@ -41,7 +40,9 @@ QPushButton *AddButton(QMessageBox &box, const QString &text, QMessageBox::Butto
 
 } // namespace
 
-QtUi::QtUi() = default;
+QtUi::QtUi(const QString &productName) : m_productName(productName)
+{
+}
 
 QtUi::~QtUi()
 {
@@ -52,10 +53,11 @@ QtUi::~QtUi()
         QApplication::restoreOverrideCursor();
 }
 
-std::unique_ptr<QMessageBox> QtUi::BuildMessageBox(const QString &text, int style, QWidget *parent)
+std::unique_ptr<QMessageBox> QtUi::BuildMessageBox(const QString &title, const QString &text, int style,
+                                                   QWidget *parent)
 {
     auto box = std::make_unique<QMessageBox>(parent);
-    box->setWindowTitle(modPrincipal::LoadResString(100));
+    box->setWindowTitle(title);
     box->setText(text);
     box->setTextFormat(Qt::PlainText);
     box->setIcon(IconOf(style));
@@ -113,7 +115,7 @@ int QtUi::ExecMessageBox(QMessageBox &box)
 
 int QtUi::MsgBox(const QString &text, int style)
 {
-    std::unique_ptr<QMessageBox> box = BuildMessageBox(text, style, TopView());
+    std::unique_ptr<QMessageBox> box = BuildMessageBox(m_productName, text, style, TopView());
     // A message shown while the pointer is an hourglass must still be usable.
     const bool restore = m_hourglass;
     if (restore)
@@ -194,7 +196,7 @@ void QtUi::FormShown(Form &form)
     const QList<Form *> forms = Stack().Forms();
     for (int i = forms.indexOf(&form) - 1; i >= 0 && !below; --i)
         below = ViewOf(*forms.at(i));
-    auto *view = new FormView(form, below);
+    auto *view = new FormView(form, m_views_factory, below);
     m_views.insert(&form, view);
     if (below) {
         // A step covers the one it came from, so the wizard reads as one

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/StackedUi.h"
+#include "gui/ViewFactory.h"
 
 #include <QHash>
 #include <QPointer>
@@ -30,7 +31,8 @@ public:
     // Opens a document for the user; the default asks the desktop.
     using UrlOpener = std::function<bool(const QUrl &url)>;
 
-    QtUi();
+    // `productName` titles every message box.
+    explicit QtUi(const QString &productName);
     ~QtUi() override;
     QtUi(const QtUi &) = delete;
     QtUi &operator=(const QtUi &) = delete;
@@ -48,7 +50,8 @@ public:
 
     // The box MsgBox shows: titled with the product name, the icon and the
     // Spanish buttons of `style`, each button carrying its answer.
-    static std::unique_ptr<QMessageBox> BuildMessageBox(const QString &text, int style, QWidget *parent);
+    static std::unique_ptr<QMessageBox> BuildMessageBox(const QString &title, const QString &text, int style,
+                                                        QWidget *parent);
     // The answer a button of such a box stands for; a box closed without a
     // button (null) answers as its escape button does.
     static int AnswerOf(const QMessageBox &box, const QAbstractButton *button);
@@ -59,12 +62,17 @@ public:
     QWidget *ViewOf(const Form &form) const;
     QWidget *TopView() const;
 
+    // The windows this front end can show, by form name.
+    ViewFactory &Views() { return m_views_factory; }
+
 protected:
     void FormShown(Form &form) override;
     void FormClosed(Form &form) override;
     void AllClosed() override;
 
 private:
+    QString m_productName;
+    ViewFactory m_views_factory;
     QHash<const Form *, QPointer<FormView>> m_views;
     MessagePresenter m_presenter;
     UrlOpener m_urlOpener;

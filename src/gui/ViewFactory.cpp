@@ -23,41 +23,40 @@ ViewFactory::Builder FromUiFile()
     };
 }
 
-QHash<QString, ViewFactory::Builder> &Registry()
-{
-    static QHash<QString, ViewFactory::Builder> registry{
-        {QStringLiteral("frmSelCursos"), FromUiFile<views::Ui_frmSelCursos>()},
-        {QStringLiteral("frmSelActividad"), FromUiFile<views::Ui_frmSelActividad>()},
-        {QStringLiteral("frmActividadMes"), FromUiFile<views::Ui_frmActividadMes>()},
-        {QStringLiteral("frmActividadPonderacion"), FromUiFile<views::Ui_frmActividadPonderacion>()},
-        {QStringLiteral("frmActividadAlumno"), FromUiFile<views::Ui_frmActividadAlumno>()},
-    };
-    return registry;
-}
-
 } // namespace
+
+ViewFactory::ViewFactory()
+    : m_builders{
+          {QStringLiteral("frmSelCursos"), FromUiFile<views::Ui_frmSelCursos>()},
+          {QStringLiteral("frmSelActividad"), FromUiFile<views::Ui_frmSelActividad>()},
+          {QStringLiteral("frmActividadMes"), FromUiFile<views::Ui_frmActividadMes>()},
+          {QStringLiteral("frmActividadPonderacion"), FromUiFile<views::Ui_frmActividadPonderacion>()},
+          {QStringLiteral("frmActividadAlumno"), FromUiFile<views::Ui_frmActividadAlumno>()},
+      }
+{
+}
 
 void ViewFactory::Register(const QString &formName, Builder builder)
 {
-    Registry().insert(formName, std::move(builder));
+    m_builders.insert(formName, std::move(builder));
 }
 
-bool ViewFactory::Has(const QString &formName)
+bool ViewFactory::Has(const QString &formName) const
 {
-    return Registry().contains(formName);
+    return m_builders.contains(formName);
 }
 
-QStringList ViewFactory::Names()
+QStringList ViewFactory::Names() const
 {
-    QStringList names = Registry().keys();
+    QStringList names = m_builders.keys();
     names.sort();
     return names;
 }
 
-void ViewFactory::Build(const QString &formName, QDialog &view)
+void ViewFactory::Build(const QString &formName, QDialog &view) const
 {
-    const auto builder = Registry().constFind(formName);
-    if (builder != Registry().constEnd()) {
+    const auto builder = m_builders.constFind(formName);
+    if (builder != m_builders.constEnd()) {
         (*builder)(view);
         return;
     }

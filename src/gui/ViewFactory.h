@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -8,7 +9,7 @@ class QDialog;
 
 // Which widgets make up the window of each form, keyed by the form's name.
 // The wizard's windows are built from their .ui files; other windows (or
-// a test's) can be registered.
+// a test's) can be registered on one front end's factory.
 class ViewFactory
 {
 public:
@@ -16,12 +17,18 @@ public:
     // the form's controls.
     using Builder = std::function<void(QDialog &view)>;
 
-    static void Register(const QString &formName, Builder builder);
-    static bool Has(const QString &formName);
-    static QStringList Names();
+    // Knows the wizard's windows.
+    ViewFactory();
+
+    void Register(const QString &formName, Builder builder);
+    bool Has(const QString &formName) const;
+    QStringList Names() const;
 
     // Builds the window of `formName` into `view`. A form without a
     // registered window is a programming error: it stops a debug build; a
     // release build shows a window saying so, which its title bar closes.
-    static void Build(const QString &formName, QDialog &view);
+    void Build(const QString &formName, QDialog &view) const;
+
+private:
+    QHash<QString, Builder> m_builders;
 };

@@ -1,14 +1,6 @@
 #include "session/ObjectFactory.h"
 
-#include <QMap>
-
 namespace {
-
-QMap<QString, ObjectFactory::Maker> &Makers()
-{
-    static QMap<QString, ObjectFactory::Maker> makers;
-    return makers;
-}
 
 // Programmatic identifiers are not case-sensitive.
 QString Key(const QString &progId)
@@ -18,24 +10,21 @@ QString Key(const QString &progId)
 
 } // namespace
 
-namespace ObjectFactory {
-
-void Register(const QString &progId, Maker maker)
+void ObjectFactory::Register(const QString &progId, Maker maker)
 {
-    Makers().insert(Key(progId), std::move(maker));
+    m_makers.insert(Key(progId), std::move(maker));
 }
 
-bool IsRegistered(const QString &progId)
+bool ObjectFactory::IsRegistered(const QString &progId) const
 {
-    return Makers().contains(Key(progId));
+    return m_makers.contains(Key(progId));
 }
 
-std::shared_ptr<ComObject> CreateObject(const QString &progId)
+std::shared_ptr<ComObject> ObjectFactory::CreateObject(const QString &progId) const
 {
-    auto it = Makers().constFind(Key(progId));
-    if (it == Makers().constEnd() || !it.value())
-        throw ComponentError(QStringLiteral("No se puede crear el componente «%1»: no está instalado.").arg(progId));
+    auto it = m_makers.constFind(Key(progId));
+    if (it == m_makers.constEnd() || !it.value())
+        throw ComponentError(QStringLiteral("No se puede crear el componente «") + progId
+                             + QStringLiteral("»: no está instalado."));
     return it.value()();
 }
-
-} // namespace ObjectFactory

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -18,23 +19,28 @@ public:
     explicit ComponentError(const QString &message) : std::runtime_error(message.toStdString()) {}
 };
 
-// Stands in for creation by programmatic identifier: components register a
-// maker under their identifier; CreateObject of an unknown one throws.
-namespace ObjectFactory {
-
-using Maker = std::function<std::shared_ptr<ComObject>()>;
-
-void Register(const QString &progId, Maker maker);
-bool IsRegistered(const QString &progId);
-std::shared_ptr<ComObject> CreateObject(const QString &progId);
-
-template <typename T>
-std::shared_ptr<T> CreateObjectAs(const QString &progId)
+// Stands in for creation by programmatic identifier: each wizard run has
+// one, with the components of that run registered under their identifiers
+// (identifiers ignore case); creating an unknown one throws.
+class ObjectFactory
 {
-    auto object = std::dynamic_pointer_cast<T>(CreateObject(progId));
-    if (!object)
-        throw ComponentError(QStringLiteral("El componente «%1» no ofrece la interfaz esperada.").arg(progId));
-    return object;
-}
+public:
+    using Maker = std::function<std::shared_ptr<ComObject>()>;
 
-} // namespace ObjectFactory
+    void Register(const QString &progId, Maker maker);
+    bool IsRegistered(const QString &progId) const;
+    std::shared_ptr<ComObject> CreateObject(const QString &progId) const;
+
+    template <typename T>
+    std::shared_ptr<T> CreateObjectAs(const QString &progId) const
+    {
+        auto object = std::dynamic_pointer_cast<T>(CreateObject(progId));
+        if (!object)
+            throw ComponentError(QStringLiteral("El componente «") + progId
+                                 + QStringLiteral("» no ofrece la interfaz esperada."));
+        return object;
+    }
+
+private:
+    QMap<QString, Maker> m_makers;
+};

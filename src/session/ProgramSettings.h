@@ -4,7 +4,8 @@
 #include <QString>
 
 // What belongs to this program rather than to the host's session: the
-// [Modelo182] section of the session settings file.
+// [Modelo182] section of the session settings file, and the folder from
+// which relative database paths in the host's data are taken.
 struct ProgramSettings
 {
     QLocale locale;                 // number formats shown to the user
@@ -12,4 +13,5 @@ struct ProgramSettings
     QString numeroJustificante;     // 13-digit declaration id for the AEAT file
     QString delegacion;
     QString domicilio;
+    QString dataFolder;             // base of a relative "Data Source" ("" = current folder)
 };

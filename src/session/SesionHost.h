@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/Connection.h"
+#include "session/ProgramSettings.h"
 
 #include <QMap>
 #include <QString>
@@ -48,10 +49,16 @@ public:
     ConnectionPtr ConnectionValue(const QString &name) const;
     std::shared_ptr<SesionHost> Session(const QString &name) const;
 
+    // What the host stand-in hands over besides the host's own properties:
+    // this program's settings (defaults when the host gives none).
+    void SetProgramSettings(const ProgramSettings &settings) { m_program = settings; }
+    const ProgramSettings &Program() const { return m_program; }
+
 private:
     const Value &Get(const QString &name) const;
 
     QMap<QString, Value> m_values;
+    ProgramSettings m_program;
 };
 
 using SesionHostPtr = std::shared_ptr<SesionHost>;

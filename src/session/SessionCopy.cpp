@@ -1,7 +1,5 @@
 #include "session/SessionCopy.h"
 
-#include "session/modPrincipal.h"
-
 #include <QDir>
 #include <limits>
 
@@ -12,23 +10,22 @@ T Narrow(const SesionHost &session, const QString &name)
 {
     const qlonglong value = session.Integer(name);
     if (value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max())
-        throw SessionError(QStringLiteral("Desbordamiento: la propiedad de sesión «%1» vale %2, fuera del intervalo %3 a %4.")
-                               .arg(name)
-                               .arg(value)
-                               .arg(qlonglong(std::numeric_limits<T>::min()))
-                               .arg(qlonglong(std::numeric_limits<T>::max())));
+        throw SessionError(QStringLiteral("Desbordamiento: la propiedad de sesión «") + name + QStringLiteral("» vale ")
+                           + QString::number(value) + QStringLiteral(", fuera del intervalo ")
+                           + QString::number(qlonglong(std::numeric_limits<T>::min())) + QStringLiteral(" a ")
+                           + QString::number(qlonglong(std::numeric_limits<T>::max())) + QStringLiteral("."));
     return T(value);
 }
 
 } // namespace
 
-void CopySession(const SesionHostPtr &sessionPtr, cConfiguracion &c)
+void CopySession(const SesionHostPtr &sessionPtr, cConfiguracion &c, QString &helpFile)
 {
     if (!sessionPtr)
         throw SessionError(QStringLiteral("No se ha recibido la sesión del programa principal."));
     const SesionHost &s = *sessionPtr;
 
-    modPrincipal::HelpFile = s.Text(QStringLiteral("rutaaplicacion")) + QDir::separator() + QStringLiteral("vendelar.chm");
+    helpFile = s.Text(QStringLiteral("rutaaplicacion")) + QDir::separator() + QStringLiteral("vendelar.chm");
 
     c.set_RutaBD(s.Text(QStringLiteral("RutaBD")));
     c.set_Activa(s.Boolean(QStringLiteral("Activa")));

@@ -7,5 +7,5 @@
 // in the host's order. A missing or unconvertible property (a 16-bit id
 // above 32767, a connection property holding no connection) throws
 // SessionError; what was stored before the failure keeps its new value.
-// Also sets the library's help file from "rutaaplicacion".
-void CopySession(const SesionHostPtr &session, cConfiguracion &configuracion);
+// Also gives the help file, from "rutaaplicacion".
+void CopySession(const SesionHostPtr &session, cConfiguracion &configuracion, QString &helpFile);

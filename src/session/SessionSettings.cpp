@@ -73,13 +73,16 @@ SessionSettings SessionSettings::Load(const QString &iniFile)
 
 SesionHostPtr SessionSettings::BuildSession() const
 {
-    Connection::SetBaseFolder(m_folder);
     auto session = std::make_shared<SesionHost>();
+    ProgramSettings program = m_program;
+    program.dataFolder = m_folder;
+    session->SetProgramSettings(program);
     static const QRegularExpression wholeNumber(QStringLiteral("^-?\\d+$"));
     const QDir folder(m_folder);
     for (const auto &[name, text] : m_values) {
         if (IsConnectionProperty(name)) {
             auto connection = std::make_shared<Connection>();
+            connection->SetBaseFolder(m_folder);
             connection->Open(text);
             session->Set(name, connection);
         } else if (IsPathProperty(name)) {

@@ -4,74 +4,43 @@
 #include <QFileInfo>
 #include <dlfcn.h>
 
-namespace {
-
-QString &AddinFolderOverride()
+denM182::denM182() : m_conM182(InitialConnectionString())
 {
-    static QString folder;
-    return folder;
 }
 
-// Finds the binary that holds this code: the add-in's shared library when
-// the host loaded it, or the executable the library is linked into.
-QString BinaryFolder()
-{
-    Dl_info info{};
-    if (dladdr(reinterpret_cast<void *>(&BinaryFolder), &info) && info.dli_fname)
-        return QFileInfo(QString::fromLocal8Bit(info.dli_fname)).absolutePath();
-    return QDir::currentPath();
-}
-
-} // namespace
-
-namespace denM182 {
-
-QString InitialConnectionString()
+QString denM182::InitialConnectionString()
 {
     return QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=;Persist Security Info=False;"
                           "Jet OLEDB:Database Password=zq417tev");
 }
 
-Connection &conM182()
+Connection &denM182::Open()
 {
-    static Connection connection(InitialConnectionString());
-    return connection;
+    if (m_conM182.State() != Connection::adStateOpen)
+        m_conM182.Open();
+    return m_conM182;
 }
 
-Connection &Open()
-{
-    Connection &connection = conM182();
-    if (connection.State() != Connection::adStateOpen)
-        connection.Open();
-    return connection;
-}
-
-QString DataSourceFor(const cConfiguracion &configuracion)
+QString denM182::DataSourceFor(const cConfiguracion &configuracion, const QString &addinFolder)
 {
     const QString sep = QDir::separator();
     if (configuracion.blnSQLServer)
-        return AddinFolder() + sep + QStringLiteral("Informes") + sep + QStringLiteral("Modelo182.mdb");
+        return addinFolder + sep + QStringLiteral("Informes") + sep + QStringLiteral("Modelo182.mdb");
     return configuracion.RutaBD() + sep + QStringLiteral("Modelo182.mdb");
 }
 
-void ConfigureDataSource(const cConfiguracion &configuracion)
+void denM182::ConfigureDataSource(const cConfiguracion &configuracion, const QString &addinFolder)
 {
-    Connection &connection = conM182();
-    const QString path = DataSourceFor(configuracion);
-    if (connection.State() == Connection::adStateOpen && connection.Property(QStringLiteral("Data Source")) != path)
-        connection.Close();
-    connection.SetProperty(QStringLiteral("Data Source"), path);
+    const QString path = DataSourceFor(configuracion, addinFolder);
+    if (m_conM182.State() == Connection::adStateOpen && m_conM182.Property(QStringLiteral("Data Source")) != path)
+        m_conM182.Close();
+    m_conM182.SetProperty(QStringLiteral("Data Source"), path);
 }
 
-QString AddinFolder()
+QString AddinBinaryFolder()
 {
-    const QString &override = AddinFolderOverride();
-    return override.isEmpty() ? BinaryFolder() : override;
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void *>(&AddinBinaryFolder), &info) && info.dli_fname)
+        return QFileInfo(QString::fromLocal8Bit(info.dli_fname)).absolutePath();
+    return QDir::currentPath();
 }
-
-void SetAddinFolder(const QString &folder)
-{
-    AddinFolderOverride() = folder;
-}
-
-} // namespace denM182

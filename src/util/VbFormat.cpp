@@ -344,3 +344,26 @@ QString SqlBool(bool value)
 {
     return value ? QStringLiteral("-1") : QStringLiteral("0");
 }
+
+std::optional<double> ReadNumber(const QString &text, const QLocale &locale)
+{
+    if (!IsNumeric(text, locale))
+        return std::nullopt;
+    return ToDouble(text, locale);
+}
+
+QString NumberText(double value, const QLocale &locale)
+{
+    QLocale plain = locale;
+    plain.setNumberOptions(QLocale::OmitGroupSeparator);
+    return plain.toString(value, 'g', 15);
+}
+
+QString NumberText(const QVariant &value, const QLocale &locale)
+{
+    if (value.isNull())
+        return QString();
+    bool ok = false;
+    const double number = value.toDouble(&ok);
+    return ok ? NumberText(number, locale) : value.toString();
+}

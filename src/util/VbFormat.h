@@ -2,6 +2,8 @@
 
 #include <QLocale>
 #include <QString>
+#include <QVariant>
+#include <optional>
 
 // Number formats and conversions with the behaviour of the original platform,
 // which the donor grid, the save and the declaration rely on, and the helpers
@@ -37,6 +39,18 @@ bool IsNumeric(const QString &text, const QLocale &locale = QLocale());
 // The value of `text` read as IsNumeric describes; throws ConversionError
 // (message in Spanish naming the text) when it is not a number.
 double ToDouble(const QString &text, const QLocale &locale = QLocale());
+
+// The one reader of numbers that a person typed or that a list shows: the
+// value as IsNumeric/ToDouble read it, or nothing when the text is not a
+// number (so a caller can name the text instead of using 0).
+std::optional<double> ReadNumber(const QString &text, const QLocale &locale = QLocale());
+
+// A number as the platform turns it into text for the user: the locale's
+// decimal separator, no grouping, up to 15 significant digits (12.5 is
+// "12,5" in Spanish, "12.5" in English; 80 is "80"). A null value gives "",
+// a value that is not a number its own text.
+QString NumberText(double value, const QLocale &locale = QLocale());
+QString NumberText(const QVariant &value, const QLocale &locale = QLocale());
 
 // Conversion to a 16-bit integer rounding half to even (12.5 -> 12, 13.5 -> 14,
 // -2.5 -> -2); throws OverflowError outside -32768..32767 (after rounding).

@@ -30,14 +30,14 @@ public:
     void Add(Ptr item, const QString &key)
     {
         if (Contains(key))
-            throw CollectionKeyError(QStringLiteral("La clave «%1» ya existe en la colección.").arg(key), key);
+            throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» ya existe en la colección."), key);
         m_entries.append({key, std::move(item)});
     }
     Ptr Item(const QString &key) const
     {
         const int index = IndexOf(key);
         if (index < 0)
-            throw CollectionKeyError(QStringLiteral("La clave «%1» no existe en la colección.").arg(key), key);
+            throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» no existe en la colección."), key);
         return m_entries.at(index).item;
     }
     Ptr Find(const QString &key) const
@@ -50,7 +50,7 @@ public:
     {
         const int index = IndexOf(key);
         if (index < 0)
-            throw CollectionKeyError(QStringLiteral("La clave «%1» no existe en la colección.").arg(key), key);
+            throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» no existe en la colección."), key);
         m_entries.removeAt(index);
     }
     int Count() const { return int(m_entries.size()); }
@@ -91,7 +91,7 @@ private:
 };
 
 // Collection keys are ids written as decimal text.
-inline QString Clave(qlonglong id)
+inline QString KeyOf(qlonglong id)
 {
     return QString::number(id);
 }

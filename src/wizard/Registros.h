@@ -40,13 +40,13 @@ using ColCursosEscolares = Coleccion<cCursoEscolar>;
 using ColComAut = Coleccion<cComAut>;
 
 // An activity as the steps list it: year name, " - ", activity name.
-inline QString EtiquetaActividad(const cCursoEscolar &curso, const cActividad &actividad)
+inline QString ActivityLabel(const cCursoEscolar &curso, const cActividad &actividad)
 {
     return curso.Nombre + QStringLiteral(" - ") + actividad.Nombre;
 }
 
 // A chosen activity together with its school year.
-struct ActividadElegida
+struct ChosenActivity
 {
     std::shared_ptr<cCursoEscolar> curso;
     std::shared_ptr<cActividad> actividad;
@@ -55,11 +55,11 @@ struct ActividadElegida
 
 // The first activity, in collection order, listed as `etiqueta` (two
 // activities with the same label in one year both find the first).
-inline ActividadElegida BuscarActividad(const ColCursosEscolares &cursos, const QString &etiqueta)
+inline ChosenActivity FindActivity(const ColCursosEscolares &cursos, const QString &etiqueta)
 {
     for (const auto &curso : cursos.Items())
         for (const auto &actividad : curso->colActividades.Items())
-            if (EtiquetaActividad(*curso, *actividad) == etiqueta)
+            if (ActivityLabel(*curso, *actividad) == etiqueta)
                 return {curso, actividad};
     return {};
 }

@@ -1,6 +1,6 @@
 #include "wizard/TwoListForm.h"
 
-#include "wizard/MoverEntradas.h"
+#include "wizard/ListMoves.h"
 
 TwoListForm::TwoListForm(Ui &ui, const QString &name, const QString &caption) : Form(ui, name, caption)
 {
@@ -14,24 +14,24 @@ TwoListForm::TwoListForm(Ui &ui, const QString &name, const QString &caption) : 
 
 void TwoListForm::cmdAgregarUno_Click()
 {
-    MoverSeleccionado(lstDisponibles, lstSeleccionados);
-    EntradasMovidas();
+    MoveSelected(lstDisponibles, lstSeleccionados);
+    EntriesMoved();
 }
 
 void TwoListForm::cmdEliminarUno_Click()
 {
-    MoverSeleccionado(lstSeleccionados, lstDisponibles);
-    EntradasMovidas();
+    MoveSelected(lstSeleccionados, lstDisponibles);
+    EntriesMoved();
 }
 
 void TwoListForm::cmdAgregarTodos_Click()
 {
-    MoverTodos(lstDisponibles, lstSeleccionados);
-    EntradasMovidas();
+    MoveAll(lstDisponibles, lstSeleccionados);
+    EntriesMoved();
 }
 
 void TwoListForm::cmdEliminarTodos_Click()
 {
-    MoverTodos(lstSeleccionados, lstDisponibles);
-    EntradasMovidas();
+    MoveAll(lstSeleccionados, lstDisponibles);
+    EntriesMoved();
 }

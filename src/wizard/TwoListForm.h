@@ -31,5 +31,5 @@ public:
 
 protected:
     // Runs after every move.
-    virtual void EntradasMovidas() {}
+    virtual void EntriesMoved() {}
 };

@@ -1,23 +1,27 @@
 #include "wizard/cAsignarDatos.h"
 
-#include "controls/cCentroApi.h"
-#include "session/SessionCopy.h"
-#include "session/modPrincipal.h"
+#include "session/WizardRun.h"
 #include "wizard/frmSelCursos.h"
 
 cAsignarDatos::cAsignarDatos(Ui &ui) : m_ui(ui)
 {
-    cCentroApi::Register();
 }
+
+cAsignarDatos::~cAsignarDatos() = default;
 
 void cAsignarDatos::ObtenerDatos(const SesionHostPtr &ObjDatosSesion)
 {
-    CopySession(ObjDatosSesion, modPrincipal::Configuracion());
+    if (!m_run)
+        m_run = std::make_unique<WizardRun>(m_ui);
+    m_run->CopySession(ObjDatosSesion);
 }
 
 void cAsignarDatos::ActivarFormulario(quint8 bytNodoSeleccionado)
 {
     (void)bytNodoSeleccionado;
-    m_ui.ShowModal(std::make_shared<frmSelCursos>(m_ui));
+    // Without a session the first window refuses to load, with a message.
+    if (!m_run)
+        m_run = std::make_unique<WizardRun>(m_ui);
+    m_ui.ShowModal(std::make_shared<frmSelCursos>(*m_run));
     m_ui.RunUntilClosed();
 }

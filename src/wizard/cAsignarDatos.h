@@ -2,7 +2,10 @@
 
 #include "session/SesionHost.h"
 
+#include <memory>
+
 class Ui;
+class WizardRun;
 
 // The add-in's entry point, the one class the host creates. The host calls
 // ObtenerDatos with its session, then ActivarFormulario to show the wizard.
@@ -11,15 +14,21 @@ class cAsignarDatos
 public:
     // The windows are shown through `ui` (the Qt front end, or a test's).
     explicit cAsignarDatos(Ui &ui);
+    ~cAsignarDatos();
 
-    // Copies the host's session into the library's session context. A
+    // Starts this add-in's run and copies the host's session into it. A
     // missing or unconvertible property throws SessionError.
     void ObtenerDatos(const SesionHostPtr &ObjDatosSesion);
 
     // Shows the first wizard window modally and returns when the wizard is
-    // closed. The argument (the host's menu node) is ignored.
+    // closed. The argument (the host's menu node) is ignored. Opening it
+    // again reuses the session copied by ObtenerDatos.
     void ActivarFormulario(quint8 bytNodoSeleccionado = 0);
+
+    // The run the host's session started (null before ObtenerDatos).
+    WizardRun *Run() const { return m_run.get(); }
 
 private:
     Ui &m_ui;
+    std::unique_ptr<WizardRun> m_run;
 };

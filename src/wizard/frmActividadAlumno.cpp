@@ -1,11 +1,12 @@
 #include "wizard/frmActividadAlumno.h"
 
-#include "controls/FormSetup.h"
-#include "session/modPrincipal.h"
+#include "wizard/FormSetup.h"
+#include "session/WizardRun.h"
 #include "wizard/frmSelCursos.h"
 
-frmActividadAlumno::frmActividadAlumno(Ui &ui, frmSelCursos &cursos)
-    : Form(ui, QStringLiteral("frmActividadAlumno"), QStringLiteral("Datos de los Alumnos en las Actividades Seleccionadas")),
+frmActividadAlumno::frmActividadAlumno(WizardRun &run, frmSelCursos &cursos)
+    : Form(run.ui(), QStringLiteral("frmActividadAlumno"), QStringLiteral("Datos de los Alumnos en las Actividades Seleccionadas")),
+      m_run(run),
       m_cursos(cursos)
 {
     cmdAnterior.Click = [this] { cmdAnterior_Click(); };
@@ -14,11 +15,11 @@ frmActividadAlumno::frmActividadAlumno(Ui &ui, frmSelCursos &cursos)
 
 void frmActividadAlumno::Form_Load()
 {
-    AplicarConfiguracionFormulario(*this);
+    PrepareWizardWindow(*this, m_run);
 }
 
 void frmActividadAlumno::cmdCancelar_Click()
 {
-    modPrincipal::blnSalir = true;
+    m_run.blnSalir = true;
     Unload();
 }

@@ -4,13 +4,14 @@
 #include "controls/Form.h"
 
 class frmSelCursos;
+class WizardRun;
 
 // Last step: the donors of the declaration. For now it closes the wizard
 // ("Salir") or goes back; the donor grid and its actions come next.
 class frmActividadAlumno : public Form
 {
 public:
-    frmActividadAlumno(Ui &ui, frmSelCursos &cursos);
+    frmActividadAlumno(WizardRun &run, frmSelCursos &cursos);
 
     Label lblTotal{this, QStringLiteral("lblTotal")};
     CommandButton cmdAnterior{this, QStringLiteral("cmdAnterior"), QStringLiteral("<- Anterior")};
@@ -23,5 +24,6 @@ public:
     void cmdCancelar_Click();
 
 private:
+    WizardRun &m_run;
     frmSelCursos &m_cursos;
 };

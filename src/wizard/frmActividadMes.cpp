@@ -1,7 +1,7 @@
 #include "wizard/frmActividadMes.h"
 
-#include "controls/FormSetup.h"
-#include "session/modPrincipal.h"
+#include "wizard/FormSetup.h"
+#include "session/WizardRun.h"
 #include "wizard/frmActividadPonderacion.h"
 #include "wizard/frmSelCursos.h"
 
@@ -17,9 +17,10 @@ const QString kSinMeses = QStringLiteral("000000000000");
 
 } // namespace
 
-frmActividadMes::frmActividadMes(Ui &ui, frmSelCursos &cursos)
-    : TwoListForm(ui, QStringLiteral("frmActividadMes"),
-           QStringLiteral("Selección de los meses de facturación de las actividades")),
+frmActividadMes::frmActividadMes(WizardRun &run, frmSelCursos &cursos)
+    : TwoListForm(run.ui(), QStringLiteral("frmActividadMes"),
+                  QStringLiteral("Selección de los meses de facturación de las actividades")),
+      m_run(run),
       m_cursos(cursos)
 {
     cboActCurEsc.Click = [this] { cboActCurEsc_Click(); };
@@ -27,7 +28,7 @@ frmActividadMes::frmActividadMes(Ui &ui, frmSelCursos &cursos)
     cmdCancelar.Click = [this] { cmdCancelar_Click(); };
 }
 
-QString frmActividadMes::NombreMes(int mes)
+QString frmActividadMes::MonthName(int mes)
 {
     return mes >= 1 && mes <= 12 ? QString::fromUtf8(kMeses[mes - 1]) : QString();
 }
@@ -39,10 +40,10 @@ QList<ControlBase *> frmActividadMes::MandatoryControls()
 
 void frmActividadMes::Form_Load()
 {
-    AplicarConfiguracionFormulario(*this);
+    PrepareWizardWindow(*this, m_run);
     for (const auto &curso : m_cursos.colCursosEscolares.Items())
         for (const auto &actividad : curso->colActividades.Items())
-            cboActCurEsc.AddItem(EtiquetaActividad(*curso, *actividad));
+            cboActCurEsc.AddItem(ActivityLabel(*curso, *actividad));
     if (cboActCurEsc.ListCount() > 0)
         cboActCurEsc.SetListIndex(0);
 }
@@ -53,14 +54,14 @@ void frmActividadMes::cboActCurEsc_Click()
     const int indice = cboActCurEsc.ListIndex();
     if (indice < 0)
         return;
-    if (indice != m_indiceMostrado)
-        GuardarMeses(cboActCurEsc.List(m_indiceMostrado));
-    m_indiceMostrado = qint16(indice);
+    if (indice != m_shownIndex)
+        StoreMonths(cboActCurEsc.List(m_shownIndex));
+    m_shownIndex = qint16(indice);
 
-    const ActividadElegida eleccion = BuscarActividad(m_cursos.colCursosEscolares, cboActCurEsc.Text());
+    const ChosenActivity eleccion = FindActivity(m_cursos.colCursosEscolares, cboActCurEsc.Text());
     if (!eleccion.actividad)
         return;
-    ConnectionPtr bd = AbrirBDCurso(eleccion.curso->conBD, ui());
+    ConnectionPtr bd = OpenYearDatabase(eleccion.curso->conBD, m_run);
     if (!bd)
         return;
     lstDisponibles.Clear();
@@ -80,16 +81,16 @@ void frmActividadMes::cboActCurEsc_Click()
             continue;
         ListBox &destino = (!mascara.isEmpty() && mascara.mid(i, 1) != QLatin1String("0")) ? lstSeleccionados
                                                                                               : lstDisponibles;
-        destino.AddItem(NombreMes(i + 1));
+        destino.AddItem(MonthName(i + 1));
         destino.SetItemData(destino.NewIndex(), i + 1);
     }
     rs.Close();
     bd->Close();
 }
 
-void frmActividadMes::GuardarMeses(const QString &etiqueta)
+void frmActividadMes::StoreMonths(const QString &etiqueta)
 {
-    const ActividadElegida eleccion = BuscarActividad(m_cursos.colCursosEscolares, etiqueta);
+    const ChosenActivity eleccion = FindActivity(m_cursos.colCursosEscolares, etiqueta);
     if (!eleccion.actividad)
         return;
     if (lstSeleccionados.ListCount() == 0) {
@@ -110,18 +111,12 @@ void frmActividadMes::GuardarMeses(const QString &etiqueta)
 
 void frmActividadMes::cmdAceptar_Click()
 {
-    GuardarMeses(cboActCurEsc.List(m_indiceMostrado));
+    StoreMonths(cboActCurEsc.List(m_shownIndex));
     for (const auto &curso : m_cursos.colCursosEscolares.Items()) {
         for (const auto &actividad : curso->colActividades.Items()) {
-            if (actividad->MesesPago.isEmpty() || actividad->MesesPago == kSinMeses) {
-                ui().Beep();
-                ui().MsgBox(QStringLiteral("Debe seleccionar algún mes de cobro en todas las actividades"), vbExclamation);
-                return;
-            }
+            if (actividad->MesesPago.isEmpty() || actividad->MesesPago == kSinMeses)
+                return Refuse(QStringLiteral("Debe seleccionar algún mes de cobro en todas las actividades"));
         }
     }
-    ui().ShowModal(std::make_shared<frmActividadPonderacion>(ui(), m_cursos), [this] {
-        if (modPrincipal::blnSalir)
-            Unload();
-    });
+    ShowNextStep(std::make_shared<frmActividadPonderacion>(m_run, m_cursos), m_run.blnSalir);
 }

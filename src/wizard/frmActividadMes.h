@@ -5,6 +5,7 @@
 #include "controls/ListControls.h"
 
 class frmSelCursos;
+class WizardRun;
 
 // Third step: for each chosen activity, the months whose fees count. Only
 // months in which the activity has fees are offered; the choice is kept as
@@ -12,9 +13,9 @@ class frmSelCursos;
 class frmActividadMes : public TwoListForm
 {
 public:
-    frmActividadMes(Ui &ui, frmSelCursos &cursos);
+    frmActividadMes(WizardRun &run, frmSelCursos &cursos);
 
-    static QString NombreMes(int mes); // 1 = "Enero" ... 12 = "Diciembre"
+    static QString MonthName(int mes); // 1 = "Enero" ... 12 = "Diciembre"
 
     Label Label1{this, QStringLiteral("Label1"), QStringLiteral("Actividades del Curso Escolar")};
     ComboBox cboActCurEsc{this, QStringLiteral("cboActCurEsc")};
@@ -31,10 +32,11 @@ public:
 
     // Rebuilds the mask of the activity listed as `etiqueta` from the
     // chosen months ("000000000000" when none).
-    void GuardarMeses(const QString &etiqueta);
+    void StoreMonths(const QString &etiqueta);
 
 private:
 
+    WizardRun &m_run;
     frmSelCursos &m_cursos;
-    qint16 m_indiceMostrado = 0;
+    qint16 m_shownIndex = 0;
 };

@@ -1,10 +1,9 @@
 #include "wizard/frmActividadPonderacion.h"
 
-#include "controls/FormSetup.h"
-#include "session/denM182.h"
-#include "session/modPrincipal.h"
+#include "session/WizardRun.h"
+#include "session/cConstCol.h"
 #include "util/VbFormat.h"
-#include "wizard/Numeros.h"
+#include "wizard/FormSetup.h"
 #include "wizard/frmActividadAlumno.h"
 #include "wizard/frmSelCursos.h"
 
@@ -13,7 +12,7 @@ namespace {
 const QString kSinMeses = QStringLiteral("000000000000");
 const QString kSeparadorTipo = QStringLiteral(" - ");
 
-QString SinPorcentaje(QString text)
+QString WithoutPercentSign(QString text)
 {
     return text.remove(QLatin1Char('%'));
 }
@@ -22,8 +21,9 @@ QString SinPorcentaje(QString text)
 
 const QString frmActividadPonderacion::kSeparadorPar = QStringLiteral(" <-> ");
 
-frmActividadPonderacion::frmActividadPonderacion(Ui &ui, frmSelCursos &cursos)
-    : Form(ui, QStringLiteral("frmActividadPonderacion"), QStringLiteral("Selección de porcentajes de deducciones")),
+frmActividadPonderacion::frmActividadPonderacion(WizardRun &run, frmSelCursos &cursos)
+    : Form(run.ui(), QStringLiteral("frmActividadPonderacion"), QStringLiteral("Selección de porcentajes de deducciones")),
+      m_run(run),
       m_cursos(cursos)
 {
     chkComunidad.Click = [this] { chkComunidad_Click(); };
@@ -44,12 +44,12 @@ QList<ControlBase *> frmActividadPonderacion::MandatoryControls()
 
 void frmActividadPonderacion::Form_Load()
 {
-    AplicarConfiguracionFormulario(*this);
+    PrepareWizardWindow(*this, m_run);
     for (const auto &curso : m_cursos.colCursosEscolares.Items()) {
         for (const auto &actividad : curso->colActividades.Items()) {
             if (actividad->MesesPago.isEmpty() || actividad->MesesPago == kSinMeses)
                 continue;
-            const QString etiqueta = EtiquetaActividad(*curso, *actividad);
+            const QString etiqueta = ActivityLabel(*curso, *actividad);
             if (actividad->TipoDonativoDeduccion.isEmpty())
                 lstActividad.AddItem(etiqueta);
             else
@@ -57,10 +57,10 @@ void frmActividadPonderacion::Form_Load()
         }
     }
 
-    CargarCatalogos();
+    LoadCatalogues();
 
     if (m_cursos.blnCargarDatosComAut) {
-        Recordset rs = modPrincipal::ConexionCentro().Execute(
+        Recordset rs = m_run.ConexionCentro().Execute(
             QStringLiteral("SELECT DeducComAut FROM CursoEscAct"));
         if (!rs.Eof())
             chkComunidad.SetValue(rs.Fields(QStringLiteral("DeducComAut")).toLongLong() != 0 ? 1 : 0);
@@ -73,14 +73,14 @@ void frmActividadPonderacion::Form_Load()
     }
 }
 
-void frmActividadPonderacion::CargarCatalogos()
+void frmActividadPonderacion::LoadCatalogues()
 {
     cboComAut.Clear();
     cboDeduccion.Clear();
     cboTipoPorcentaje.Clear();
 
-    Connection &m182 = denM182::Open();
-    const QLocale &locale = modPrincipal::Settings().locale;
+    Connection &m182 = m_run.OpenM182();
+    const QLocale &locale = m_run.Locale();
 
     // The community collection is built once per run of the wizard (or by
     // the reload of saved work) and outlives this window.
@@ -90,12 +90,12 @@ void frmActividadPonderacion::CargarCatalogos()
         const qlonglong id = rs.Fields(QStringLiteral("idcomunidadautonoma")).toLongLong();
         cboComAut.AddItem(rs.Fields(QStringLiteral("comunidadautonoma")).toString());
         cboComAut.SetItemData(cboComAut.NewIndex(), id);
-        if (crearComunidades && !m_cursos.colComAut.Contains(Clave(id))) {
+        if (crearComunidades && !m_cursos.colComAut.Contains(KeyOf(id))) {
             auto comunidad = std::make_shared<cComAut>();
             comunidad->IDComAut = qint16(id);
             comunidad->IDDeduccion = -1;
             comunidad->Valor = -1;
-            m_cursos.colComAut.Add(comunidad, Clave(id));
+            m_cursos.colComAut.Add(comunidad, KeyOf(id));
         }
     }
     rs.Close();
@@ -106,14 +106,14 @@ void frmActividadPonderacion::CargarCatalogos()
         "TipoDonativos.idTipoDonativo=TipoDonativos_Deducciones.codTipoDonativo"));
     for (; !rs.Eof(); rs.MoveNext())
         cboTipoPorcentaje.AddItem(rs.Fields(QStringLiteral("TipoDonativo")).toString() + kSeparadorTipo
-                                  + TextoNumero(rs.Fields(QStringLiteral("Deduccion")), locale) + QStringLiteral("%"));
+                                  + NumberText(rs.Fields(QStringLiteral("Deduccion")), locale) + QStringLiteral("%"));
     rs.Close();
 }
 
 void frmActividadPonderacion::Form_Unload(int &cancel)
 {
     (void)cancel;
-    Connection &m182 = denM182::conM182();
+    Connection &m182 = m_run.conM182();
     if (m182.State() == Connection::adStateOpen)
         m182.Close();
 }
@@ -137,20 +137,20 @@ void frmActividadPonderacion::cboComAut_Click()
         return;
     cboDeduccion.Clear();
     const qlonglong idComunidad = cboComAut.ItemData(cboComAut.ListIndex());
-    const QLocale &locale = modPrincipal::Settings().locale;
-    Recordset rs = denM182::Open().Execute(
+    const QLocale &locale = m_run.Locale();
+    Recordset rs = m_run.OpenM182().Execute(
         QStringLiteral("SELECT IDDeduccion,Deduccion FROM ComunidadesAutonomas_Deducciones INNER JOIN Deducciones ON "
                        "ComunidadesAutonomas_Deducciones.codDeduccion=Deducciones.IDDeduccion WHERE codComunidadAutonoma=")
         + QString::number(idComunidad));
     for (; !rs.Eof(); rs.MoveNext()) {
-        cboDeduccion.AddItem(TextoNumero(rs.Fields(QStringLiteral("Deduccion")), locale) + QStringLiteral("%"));
+        cboDeduccion.AddItem(NumberText(rs.Fields(QStringLiteral("Deduccion")), locale) + QStringLiteral("%"));
         cboDeduccion.SetItemData(cboDeduccion.NewIndex(), rs.Fields(QStringLiteral("IDDeduccion")).toLongLong());
     }
     rs.Close();
 
     // A community the catalogue gained after the collection was built has
     // no record: nothing to select for it.
-    if (auto comunidad = m_cursos.colComAut.Find(Clave(idComunidad))) {
+    if (auto comunidad = m_cursos.colComAut.Find(KeyOf(idComunidad))) {
         const int indice = cboDeduccion.IndexOfItemData(comunidad->IDDeduccion);
         if (indice >= 0)
             cboDeduccion.SetListIndex(indice);
@@ -161,50 +161,54 @@ void frmActividadPonderacion::cboDeduccion_Click()
 {
     if (cboDeduccion.ListIndex() < 0 || cboComAut.ListIndex() < 0)
         return;
-    auto comunidad = m_cursos.colComAut.Find(Clave(cboComAut.ItemData(cboComAut.ListIndex())));
-    if (!comunidad)
-        return;
+    const qlonglong idComunidad = cboComAut.ItemData(cboComAut.ListIndex());
+    auto comunidad = m_cursos.colComAut.Find(KeyOf(idComunidad));
+    if (!comunidad) {
+        // A collection rebuilt from older saved work may miss a community
+        // the catalogue has now: the choice gets its own record.
+        comunidad = std::make_shared<cComAut>();
+        comunidad->IDComAut = qint16(idComunidad);
+        comunidad->Estado = cConstCol().NUEVO();
+        m_cursos.colComAut.Add(comunidad, KeyOf(idComunidad));
+    }
+    const std::optional<double> valor = ReadNumber(WithoutPercentSign(cboDeduccion.Text()), m_run.Locale());
+    if (!valor)
+        return Refuse(QStringLiteral("El porcentaje «") + cboDeduccion.Text()
+                      + QStringLiteral("» no es un número. Revise los porcentajes del catálogo."));
     comunidad->IDDeduccion = qint16(cboDeduccion.ItemData(cboDeduccion.ListIndex()));
-    comunidad->Valor = float(LeerNumero(SinPorcentaje(cboDeduccion.Text()), modPrincipal::Settings().locale));
+    comunidad->Valor = float(*valor);
 }
 
 void frmActividadPonderacion::cmdAnadir_Click()
 {
-    if (lstActividad.ListIndex() < 0 || cboTipoPorcentaje.ListIndex() < 0) {
-        ui().Beep();
-        ui().MsgBox(QStringLiteral("Seleccione una actividad"), vbExclamation);
-        return;
-    }
+    if (lstActividad.ListIndex() < 0 || cboTipoPorcentaje.ListIndex() < 0)
+        return Refuse(QStringLiteral("Seleccione una actividad"));
     lstActPorc.AddItem(lstActividad.Text() + kSeparadorPar + cboTipoPorcentaje.Text());
     lstActividad.RemoveItem(lstActividad.ListIndex());
 }
 
 void frmActividadPonderacion::cmdEliminar_Click()
 {
-    if (lstActPorc.ListIndex() < 0) {
-        ui().Beep();
-        ui().MsgBox(QStringLiteral("Seleccione una actividad con su deducción a eliminar"), vbExclamation);
-        return;
-    }
+    if (lstActPorc.ListIndex() < 0)
+        return Refuse(QStringLiteral("Seleccione una actividad con su deducción a eliminar"));
     const QString texto = lstActPorc.Text();
-    const QString etiqueta = texto.left(texto.indexOf(kSeparadorPar)).trimmed();
-    lstActividad.AddItem(etiqueta);
+    const ListedPair listado = FindListedPair(texto);
     // Taking a pair away reaches the activity at once.
-    if (const ActividadElegida eleccion = BuscarActividad(m_cursos.colCursosEscolares, etiqueta); eleccion.actividad) {
+    if (const ChosenActivity &eleccion = listado.eleccion) {
+        lstActividad.AddItem(ActivityLabel(*eleccion.curso, *eleccion.actividad));
         eleccion.actividad->TipoDonativoDeduccion.clear();
         eleccion.actividad->TipoDonativo.clear();
         eleccion.actividad->Deduccion = 0;
+    } else {
+        lstActividad.AddItem(texto.left(texto.indexOf(kSeparadorPar)).trimmed());
     }
     lstActPorc.RemoveItem(lstActPorc.ListIndex());
 }
 
 void frmActividadPonderacion::cmdSiguiente_Click()
 {
-    if (lstActividad.ListCount() > 0) {
-        ui().Beep();
-        ui().MsgBox(QStringLiteral("Seleccione un porcentaje de deducción para todas las actividades"), vbExclamation);
-        return;
-    }
+    if (lstActividad.ListCount() > 0)
+        return Refuse(QStringLiteral("Seleccione un porcentaje de deducción para todas las actividades"));
     if (chkComunidad.Value() == 1) {
         for (const auto &comunidad : m_cursos.colComAut.Items()) {
             if (!(comunidad->Valor < 0))
@@ -212,51 +216,77 @@ void frmActividadPonderacion::cmdSiguiente_Click()
             const int indice = cboComAut.IndexOfItemData(comunidad->IDComAut);
             if (indice >= 0)
                 cboComAut.SetListIndex(indice);
-            Recordset rs = denM182::Open().Execute(
+            Recordset rs = m_run.OpenM182().Execute(
                 QStringLiteral("SELECT coddeduccion FROM comunidadesautonomas_deducciones WHERE codcomunidadautonoma=")
                 + QString::number(comunidad->IDComAut));
             const bool tienePorcentajes = !rs.Eof();
             rs.Close();
-            if (tienePorcentajes) {
-                ui().Beep();
-                ui().MsgBox(QStringLiteral("Debe seleccionar una deducción para todas las comunidades autónomas"),
-                            vbExclamation);
-                return;
-            }
+            if (tienePorcentajes)
+                return Refuse(QStringLiteral("Debe seleccionar una deducción para todas las comunidades autónomas"));
             // A community the catalogue gives no percentage declares 0.
             comunidad->Valor = 0;
         }
     }
-    EscribirPares();
-    ui().ShowModal(std::make_shared<frmActividadAlumno>(ui(), m_cursos), [this] {
-        if (modPrincipal::blnSalir)
-            Unload();
-    });
+    QList<PairToWrite> pares;
+    if (!ReadPairs(pares))
+        return;
+    WritePairs(pares);
+    ShowNextStep(std::make_shared<frmActividadAlumno>(m_run, m_cursos), m_run.blnSalir);
 }
 
-void frmActividadPonderacion::EscribirPares()
+frmActividadPonderacion::ListedPair frmActividadPonderacion::FindListedPair(const QString &linea) const
 {
-    const QLocale &locale = modPrincipal::Settings().locale;
+    ListedPair found;
+    qsizetype longest = -1;
+    for (const auto &curso : m_cursos.colCursosEscolares.Items()) {
+        for (const auto &actividad : curso->colActividades.Items()) {
+            const QString inicio = ActivityLabel(*curso, *actividad) + kSeparadorPar;
+            if (inicio.size() > longest && linea.startsWith(inicio)) {
+                longest = inicio.size();
+                found = {{curso, actividad}, linea.mid(inicio.size())};
+            }
+        }
+    }
+    return found;
+}
+
+bool frmActividadPonderacion::ReadPairs(QList<PairToWrite> &pares)
+{
     for (int i = 0; i < lstActPorc.ListCount(); ++i) {
-        const QString texto = lstActPorc.List(i);
-        const qsizetype separador = texto.indexOf(kSeparadorPar);
-        const ActividadElegida eleccion = BuscarActividad(m_cursos.colCursosEscolares, texto.left(separador).trimmed());
-        if (!eleccion.actividad)
-            continue;
-        const QString par = texto.mid(separador + kSeparadorPar.size());
-        eleccion.actividad->TipoDonativoDeduccion = par;
-
+        const QString linea = lstActPorc.List(i);
+        const ListedPair listado = FindListedPair(linea);
+        if (!listado.eleccion) {
+            Refuse(QStringLiteral("No se encuentra la actividad de «") + linea
+                   + QStringLiteral("». Elimine esa línea y asígnele de nuevo su deducción."));
+            return false;
+        }
+        const QString &par = listado.par;
         const qsizetype guion = par.indexOf(kSeparadorTipo);
-        const QString tipo = guion < 0 ? par : par.left(guion);
-        Recordset rs = denM182::Open().Execute(QStringLiteral("SELECT CodigoDonativo FROM TipoDonativos WHERE TipoDonativo='")
-                                               + SqlEscape(tipo) + QStringLiteral("'"));
-        eleccion.actividad->TipoDonativo = rs.Eof() ? QString() : rs.Fields(QStringLiteral("CodigoDonativo")).toString();
-        rs.Close();
+        const QString texto = guion < 0 ? QString() : WithoutPercentSign(par.mid(guion + kSeparadorTipo.size()));
+        const std::optional<double> porcentaje = ReadNumber(texto, m_run.Locale());
+        if (!porcentaje) {
+            Refuse(QStringLiteral("No se puede leer el porcentaje de la actividad «")
+                   + ActivityLabel(*listado.eleccion.curso, *listado.eleccion.actividad) + QStringLiteral("» en «")
+                   + par + QStringLiteral("». Cambie el nombre del tipo de donativo para que no contenga «")
+                   + kSeparadorTipo + QStringLiteral("» y vuelva a asignarlo."));
+            return false;
+        }
+        pares.append({listado.eleccion, par, guion < 0 ? par : par.left(guion), *porcentaje});
+    }
+    return true;
+}
 
+void frmActividadPonderacion::WritePairs(const QList<PairToWrite> &pares)
+{
+    for (const PairToWrite &p : pares) {
+        cActividad &actividad = *p.eleccion.actividad;
+        actividad.TipoDonativoDeduccion = p.par;
+        Recordset rs = m_run.OpenM182().Execute(QStringLiteral("SELECT CodigoDonativo FROM TipoDonativos WHERE TipoDonativo='")
+                                                + SqlEscape(p.tipo) + QStringLiteral("'"));
+        actividad.TipoDonativo = rs.Eof() ? QString() : rs.Fields(QStringLiteral("CodigoDonativo")).toString();
+        rs.Close();
         // Fractional catalogue percentages reach the declaration rounded
         // (half to even), as whole numbers.
-        const QString porcentaje = guion < 0 ? QString() : SinPorcentaje(par.mid(guion + kSeparadorTipo.size()));
-        eleccion.actividad->Deduccion = CInt(LeerNumero(porcentaje, locale));
+        actividad.Deduccion = CInt(p.porcentaje);
     }
 }
-

@@ -3,15 +3,17 @@
 #include "controls/Controls.h"
 #include "controls/Form.h"
 #include "controls/ListControls.h"
+#include "wizard/Registros.h"
 
 class frmSelCursos;
+class WizardRun;
 
 // Fourth step: each activity's donation type and deduction percentage, and,
 // when regional deductions apply, one percentage per autonomous community.
 class frmActividadPonderacion : public Form
 {
 public:
-    frmActividadPonderacion(Ui &ui, frmSelCursos &cursos);
+    frmActividadPonderacion(WizardRun &run, frmSelCursos &cursos);
 
     static const QString kSeparadorPar; // " <-> " between an activity and its pair
 
@@ -46,11 +48,34 @@ public:
 
     // Refills the community and pair lists from the catalogue (on load, and
     // after the catalogue window was accepted).
-    void CargarCatalogos();
+    void LoadCatalogues();
+
+    // The activity a line of lstActPorc stands for, and the pair after its
+    // label. Activity names may hold " <-> " or end in blanks, so the line
+    // is matched against every activity's label (the longest label that
+    // starts the line wins; equal labels go to the first in order).
+    struct ListedPair
+    {
+        ChosenActivity eleccion;
+        QString par;
+    };
+    ListedPair FindListedPair(const QString &linea) const;
 
 private:
+    // A confirmed pair read for writing: its activity, type and percentage.
+    struct PairToWrite
+    {
+        ChosenActivity eleccion;
+        QString par;
+        QString tipo;
+        double porcentaje = 0;
+    };
+    // Reads every confirmed pair; the first that cannot be read is refused
+    // with a message naming it, and nothing is written.
+    bool ReadPairs(QList<PairToWrite> &pares);
     // Writes the confirmed pairs into the activity records.
-    void EscribirPares();
+    void WritePairs(const QList<PairToWrite> &pares);
 
+    WizardRun &m_run;
     frmSelCursos &m_cursos;
 };

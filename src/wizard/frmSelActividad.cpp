@@ -1,12 +1,15 @@
 #include "wizard/frmSelActividad.h"
 
-#include "controls/FormSetup.h"
-#include "session/modPrincipal.h"
+#include "wizard/FormSetup.h"
+#include "session/WizardRun.h"
+#include "data/DatabaseError.h"
 #include "wizard/frmActividadMes.h"
 #include "wizard/frmSelCursos.h"
 
-frmSelActividad::frmSelActividad(Ui &ui, frmSelCursos &cursos)
-    : TwoListForm(ui, QStringLiteral("frmSelActividad"), QStringLiteral("Selección de Actividades")), m_cursos(cursos)
+frmSelActividad::frmSelActividad(WizardRun &run, frmSelCursos &cursos)
+    : TwoListForm(run.ui(), QStringLiteral("frmSelActividad"), QStringLiteral("Selección de Actividades")),
+      m_run(run),
+      m_cursos(cursos)
 {
     cboCursoEscolar.Click = [this] { cboCursoEscolar_Click(); };
     cmdAceptar.Click = [this] { cmdAceptar_Click(); };
@@ -20,7 +23,7 @@ QList<ControlBase *> frmSelActividad::MandatoryControls()
 
 void frmSelActividad::Form_Load()
 {
-    AplicarConfiguracionFormulario(*this);
+    PrepareWizardWindow(*this, m_run);
     cboCursoEscolar.Clear();
     for (const auto &curso : m_cursos.colCursosEscolares.Items()) {
         cboCursoEscolar.AddItem(curso->Nombre);
@@ -35,21 +38,22 @@ void frmSelActividad::cboCursoEscolar_Click()
     if (cboCursoEscolar.ListIndex() < 0)
         return;
     const qlonglong elegido = cboCursoEscolar.ItemData(cboCursoEscolar.ListIndex());
-    if (elegido != m_cursoMostrado) {
+    if (elegido != m_shownYear) {
         // The first time no year is on show yet: nothing to store.
         try {
-            GuardarActividades(m_cursoMostrado);
-        } catch (const std::exception &) {
+            StoreActivities(m_shownYear);
+        } catch (const CollectionKeyError &) {
+            // The year on show was dropped meanwhile: nothing to store.
         }
     }
     // The chosen year counts as shown even if its database cannot be
     // opened: the lists left on screen are then stored into it next time.
-    m_cursoMostrado = elegido;
+    m_shownYear = elegido;
 
-    auto curso = m_cursos.colCursosEscolares.Find(Clave(elegido));
+    auto curso = m_cursos.colCursosEscolares.Find(KeyOf(elegido));
     if (!curso)
         return;
-    ConnectionPtr bd = AbrirBDCurso(curso->conBD, ui());
+    ConnectionPtr bd = OpenYearDatabase(curso->conBD, m_run);
     if (bd) {
         lstDisponibles.Clear();
         lstSeleccionados.Clear();
@@ -57,60 +61,55 @@ void frmSelActividad::cboCursoEscolar_Click()
             Recordset rs = bd->Execute(QStringLiteral("SELECT IDActividad, Nombre FROM Actividad"));
             for (; !rs.Eof(); rs.MoveNext()) {
                 const qlonglong id = rs.Fields(QStringLiteral("IDActividad")).toLongLong();
-                ListBox &destino = curso->colActividades.Contains(Clave(id)) ? lstSeleccionados : lstDisponibles;
+                ListBox &destino = curso->colActividades.Contains(KeyOf(id)) ? lstSeleccionados : lstDisponibles;
                 destino.AddItem(rs.Fields(QStringLiteral("Nombre")).toString());
                 destino.SetItemData(destino.NewIndex(), id);
             }
-        } catch (const std::exception &) {
+        } catch (const DatabaseError &) {
+            // A year database without the activity table lists nothing.
         }
         bd->Close();
     }
-    AjustarAnchoListas();
+    FitListWidths();
 }
 
-void frmSelActividad::GuardarActividades(qlonglong idCursoEscolar)
+void frmSelActividad::StoreActivities(qlonglong idCursoEscolar)
 {
-    auto curso = m_cursos.colCursosEscolares.Item(Clave(idCursoEscolar));
+    auto curso = m_cursos.colCursosEscolares.Item(KeyOf(idCursoEscolar));
 
     QString devueltas = QStringLiteral(",");
     for (int i = 0; i < lstDisponibles.ListCount(); ++i)
         devueltas += QString::number(lstDisponibles.ItemData(i)) + QLatin1Char(',');
     for (const auto &actividad : curso->colActividades.Items()) {
         if (devueltas.contains(QLatin1Char(',') + QString::number(actividad->idActividad) + QLatin1Char(',')))
-            curso->colActividades.Remove(Clave(actividad->idActividad));
+            curso->colActividades.Remove(KeyOf(actividad->idActividad));
     }
 
     for (int i = 0; i < lstSeleccionados.ListCount(); ++i) {
         const qlonglong id = lstSeleccionados.ItemData(i);
-        if (curso->colActividades.Contains(Clave(id)))
+        if (curso->colActividades.Contains(KeyOf(id)))
             continue;
         auto actividad = std::make_shared<cActividad>();
         actividad->idActividad = qint16(id);
         actividad->Nombre = lstSeleccionados.List(i);
-        curso->colActividades.Add(actividad, Clave(id));
+        curso->colActividades.Add(actividad, KeyOf(id));
     }
 }
 
 void frmSelActividad::cmdAceptar_Click()
 {
-    if (m_cursos.colCursosEscolares.Contains(Clave(m_cursoMostrado)))
-        GuardarActividades(m_cursoMostrado);
+    if (m_cursos.colCursosEscolares.Contains(KeyOf(m_shownYear)))
+        StoreActivities(m_shownYear);
 
     bool algunaActividad = false;
     for (const auto &curso : m_cursos.colCursosEscolares.Items())
         algunaActividad = algunaActividad || !curso->colActividades.IsEmpty();
-    if (!algunaActividad) {
-        ui().Beep();
-        ui().MsgBox(QStringLiteral("Debe seleccionar alguna actividad"), vbExclamation);
-        return;
-    }
-    ui().ShowModal(std::make_shared<frmActividadMes>(ui(), m_cursos), [this] {
-        if (modPrincipal::blnSalir)
-            Unload();
-    });
+    if (!algunaActividad)
+        return Refuse(QStringLiteral("Debe seleccionar alguna actividad"));
+    ShowNextStep(std::make_shared<frmActividadMes>(m_run, m_cursos), m_run.blnSalir);
 }
 
-void frmSelActividad::AjustarAnchoListas()
+void frmSelActividad::FitListWidths()
 {
     lstDisponibles.FitHorizontalExtent();
     lstSeleccionados.FitHorizontalExtent();

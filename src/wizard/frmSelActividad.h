@@ -5,13 +5,14 @@
 #include "controls/ListControls.h"
 
 class frmSelCursos;
+class WizardRun;
 
 // Second step: for each chosen school year, the activities whose fees count
 // as donations. The choice is kept in each year's colActividades.
 class frmSelActividad : public TwoListForm
 {
 public:
-    frmSelActividad(Ui &ui, frmSelCursos &cursos);
+    frmSelActividad(WizardRun &run, frmSelCursos &cursos);
 
     Label Label1{this, QStringLiteral("Label1"), QStringLiteral("Curso Escolar")};
     ComboBox cboCursoEscolar{this, QStringLiteral("cboCursoEscolar")};
@@ -27,17 +28,18 @@ public:
     void cmdCancelar_Click() { Unload(); }
 
     // The year whose activities the lists show (0 before the first).
-    qlonglong CursoMostrado() const { return m_cursoMostrado; }
+    qlonglong CursoMostrado() const { return m_shownYear; }
 
     // Writes the lists into the year: activities moved back leave its
     // colActividades, newly selected ones join it, the rest keep their
     // months and deductions. Throws CollectionKeyError for a year not chosen.
-    void GuardarActividades(qlonglong idCursoEscolar);
+    void StoreActivities(qlonglong idCursoEscolar);
 
 private:
-    void EntradasMovidas() override { AjustarAnchoListas(); }
-    void AjustarAnchoListas();
+    void EntriesMoved() override { FitListWidths(); }
+    void FitListWidths();
 
+    WizardRun &m_run;
     frmSelCursos &m_cursos;
-    qlonglong m_cursoMostrado = 0;
+    qlonglong m_shownYear = 0;
 };

@@ -1,12 +1,13 @@
 #include "wizard/frmSelCursos.h"
 
-#include "controls/FormSetup.h"
-#include "session/denM182.h"
-#include "session/modPrincipal.h"
+#include "data/DatabaseError.h"
+#include "session/WizardRun.h"
+#include "wizard/FormSetup.h"
 #include "wizard/frmSelActividad.h"
 
-frmSelCursos::frmSelCursos(Ui &ui)
-    : TwoListForm(ui, QStringLiteral("frmSelCursos"), QStringLiteral("Selección de cursos escolares para el modelo 182"))
+frmSelCursos::frmSelCursos(WizardRun &run)
+    : TwoListForm(run.ui(), QStringLiteral("frmSelCursos"), QStringLiteral("Selección de cursos escolares para el modelo 182")),
+      m_run(run)
 {
     cboCentro.Click = [this] { cboCentro_Click(); };
     cmdAceptar.Click = [this] { cmdAceptar_Click(); };
@@ -22,12 +23,12 @@ QList<ControlBase *> frmSelCursos::MandatoryControls()
 
 void frmSelCursos::Form_Load()
 {
-    cConfiguracion &configuracion = modPrincipal::Configuracion();
-    denM182::ConfigureDataSource(configuracion);
-    modPrincipal::blnSalir = false;
-    AplicarConfiguracionFormulario(*this);
+    const cConfiguracion &configuracion = m_run.Configuracion();
+    m_run.ConfigureDeclarationDatabase();
+    m_run.blnSalir = false;
+    PrepareWizardWindow(*this, m_run);
 
-    Recordset rs = modPrincipal::ConexionEntrada().Execute(
+    Recordset rs = m_run.ConexionEntrada().Execute(
         QStringLiteral("SELECT IDCentro, Nombre FROM Centro WHERE IDCentro=") + QString::number(configuracion.intIdCentro()));
     for (; !rs.Eof(); rs.MoveNext()) {
         cboCentro.AddItem(rs.Fields(QStringLiteral("Nombre")).toString());
@@ -42,7 +43,7 @@ void frmSelCursos::cboCentro_Click()
         return;
     lstDisponibles.Clear();
     lstSeleccionados.Clear();
-    Recordset rs = modPrincipal::ConexionEntrada().Execute(
+    Recordset rs = m_run.ConexionEntrada().Execute(
         QStringLiteral("SELECT IDCursoEscolar, Nombre FROM CursoEscolar WHERE codcentro=")
         + QString::number(cboCentro.ItemData(cboCentro.ListIndex())));
     for (; !rs.Eof(); rs.MoveNext()) {
@@ -54,44 +55,38 @@ void frmSelCursos::cboCentro_Click()
 
 void frmSelCursos::cmdAceptar_Click()
 {
-    if (lstSeleccionados.ListCount() == 0) {
-        ui().Beep();
-        ui().MsgBox(QStringLiteral("Debe seleccionar algún curso escolar"), vbExclamation);
-        return;
-    }
-    ConstruirCursosEscolares();
-    ui().ShowModal(std::make_shared<frmSelActividad>(ui(), *this), [this] {
-        if (modPrincipal::blnSalir)
-            Unload();
-    });
+    if (lstSeleccionados.ListCount() == 0)
+        return Refuse(QStringLiteral("Debe seleccionar algún curso escolar"));
+    BuildChosenYears();
+    ShowNextStep(std::make_shared<frmSelActividad>(m_run, *this), m_run.blnSalir);
 }
 
-void frmSelCursos::ConstruirCursosEscolares()
+void frmSelCursos::BuildChosenYears()
 {
     // A failing statement here is skipped, not reported: a year whose
     // database cannot be found is still added, with an empty connection
     // string, and the activity step says so when it opens it.
     if (!colCursosEscolares.IsEmpty()) {
         for (int i = 0; i < lstDisponibles.ListCount(); ++i) {
-            const QString key = Clave(lstDisponibles.ItemData(i));
+            const QString key = KeyOf(lstDisponibles.ItemData(i));
             if (colCursosEscolares.Contains(key))
                 colCursosEscolares.Remove(key);
         }
     }
     for (int i = 0; i < lstSeleccionados.ListCount(); ++i) {
         const qlonglong id = lstSeleccionados.ItemData(i);
-        if (colCursosEscolares.Contains(Clave(id)))
+        if (colCursosEscolares.Contains(KeyOf(id)))
             continue;
         auto curso = std::make_shared<cCursoEscolar>();
         curso->idCursoEscolar = qint16(id);
         curso->Nombre = lstSeleccionados.List(i);
         try {
-            Recordset rs = modPrincipal::ConexionEntrada().Execute(
+            Recordset rs = m_run.ConexionEntrada().Execute(
                 QStringLiteral("SELECT BD FROM CursoEscolar WHERE idcursoescolar=") + QString::number(id));
             if (!rs.Eof())
                 curso->conBD = rs.Fields(QStringLiteral("BD")).toString();
-        } catch (const std::exception &) {
+        } catch (const DatabaseError &) {
         }
-        colCursosEscolares.Add(curso, Clave(id));
+        colCursosEscolares.Add(curso, KeyOf(id));
     }
 }

@@ -8,10 +8,12 @@
 // First step: the school and the school years of the declaration. Owns the
 // choices of the whole wizard (colCursosEscolares, colComAut), which the
 // later steps read and write through it.
+class WizardRun;
+
 class frmSelCursos : public TwoListForm
 {
 public:
-    explicit frmSelCursos(Ui &ui);
+    explicit frmSelCursos(WizardRun &run);
 
     Label Label1{this, QStringLiteral("Label1"), QStringLiteral("Centro:")};
     ComboBox cboCentro{this, QStringLiteral("cboCentro")};
@@ -34,6 +36,11 @@ public:
     void cmdCancelar_Click() { Unload(); }
 
 private:
+    WizardRun &Run() const { return m_run; }
+
+private:
     // Drops the years moved back, adds the newly selected ones.
-    void ConstruirCursosEscolares();
+    void BuildChosenYears();
+
+    WizardRun &m_run;
 };

@@ -70,7 +70,8 @@ TEST_F(ConnectionOpen, UnusableSourcesAreRefusedInSpanishAndNothingIsCreated)
         {"Provider=Microsoft.ACE.OLEDB.12.0;Data Source=x.accdb", "Proveedor desconocido: Microsoft.ACE.OLEDB.12.0"},
         {"Provider=SQLite;Data Source=", "La cadena de conexión no indica la base de datos (Data Source)."},
         {kJet + Path("Modelo182.mdb") + kJetTail, "No existe la base de datos «" + Path("Modelo182.mdb") + "»."},
-        {SQLite(Path("nota.mdb")), "«" + Path("nota.mdb") + "» no es una base de datos válida: file is not a database"},
+        {SQLite(Path("nota.mdb")), "«" + Path("nota.mdb") + "» no es una base de datos válida o está dañada. "
+                                   "Compruebe que ha indicado el archivo correcto.\n\nDetalle técnico: file is not a database"},
         {SQLite(Path("carpeta.db")), "«" + Path("carpeta.db") + "» no es un archivo de base de datos."},
         {SQLite(Path("nueva.mdb")),
          QString("La base de datos «%1» fue creada por una versión más reciente del programa (estructura %2; esta "
@@ -80,8 +81,8 @@ TEST_F(ConnectionOpen, UnusableSourcesAreRefusedInSpanishAndNothingIsCreated)
     for (const auto &c : cases) {
         Connection connection;
         const DatabaseError e = ExpectDatabaseError([&] { connection.Open(c.text); });
-        EXPECT_EQ(e.Message(), c.message);
-        EXPECT_EQ(e.Statement(), c.text);
+        EXPECT_EQ(e.Message() + (e.Detail().isEmpty() ? "" : "\n\nDetalle técnico: " + e.Detail()), c.message);
+        EXPECT_EQ(e.Statement(), QString(c.text).replace("Password=zq417tev", "Password=***"));
         EXPECT_EQ(connection.State(), Connection::adStateClosed);
     }
     EXPECT_EQ(QDir(m_dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
@@ -101,11 +102,15 @@ TEST_F(ConnectionOpen, LockedDatabaseFailsQuicklyWithTheStatementAndIsUsableOnce
     timer.start();
     const DatabaseError e = ExpectDatabaseError([&] { other.Execute(insert); });
     EXPECT_LE(timer.elapsed(), 2500);
-    EXPECT_EQ(e.Message(), "database is locked");
+    EXPECT_EQ(e.Message(), "La base de datos «" + path
+                               + "» está ocupada por otro programa o usuario. Espere a que termine y vuelva a intentarlo.");
+    EXPECT_EQ(e.Detail(), "database is locked");
     EXPECT_EQ(e.Statement(), insert);
-    Connection::SetBusyTimeout(100);
-    EXPECT_EQ(ExpectDatabaseError([&] { late.Open(); }).Message(),
-              "La base de datos «" + path + "» está bloqueada por otra conexión: database is locked");
+    late.SetBusyTimeout(100);
+    const DatabaseError lateError = ExpectDatabaseError([&] { late.Open(); });
+    EXPECT_EQ(lateError.Message(), "La base de datos «" + path
+                                       + "» está bloqueada por otra conexión. Espere a que termine y vuelva a intentarlo.");
+    EXPECT_EQ(lateError.Detail(), "database is locked");
     holder.Execute("ROLLBACK");
     late.Open();
     late.Execute(insert);
@@ -116,8 +121,8 @@ TEST_F(ConnectionOpen, ClosedConnectionRefusesWorkAndOpensWithTheRelativeDataSou
 {
     ASSERT_TRUE(QDir(m_dir.path()).mkpath("datos"));
     const QString path = MakeDatabase("datos/uno.db", {"CREATE TABLE T (n TEXT)", "INSERT INTO T VALUES ('uno')"});
-    Connection::SetBaseFolder(m_dir.path());
     Connection c(kJet + kJetTail);
+    c.SetBaseFolder(m_dir.path());
     const DatabaseError closed = ExpectDatabaseError([&] { c.Execute("SELECT 1"); });
     EXPECT_EQ(closed.Message(), "La conexión está cerrada.");
     EXPECT_EQ(closed.Statement(), "SELECT 1");
@@ -127,7 +132,11 @@ TEST_F(ConnectionOpen, ClosedConnectionRefusesWorkAndOpensWithTheRelativeDataSou
     EXPECT_EQ(c.ConnectionString(), kJet + "datos/uno.db" + kJetTail + ";mode=Read");
     EXPECT_EQ(c.DataSourcePath(), path);
     EXPECT_EQ(Value(c, "SELECT n FROM T"), "uno");
-    EXPECT_EQ(ExpectDatabaseError([&] { c.Execute("DELETE FROM T"); }).Message(), "attempt to write a readonly database");
+    const DatabaseError readOnly = ExpectDatabaseError([&] { c.Execute("DELETE FROM T"); });
+    EXPECT_EQ(readOnly.Message(), "No se puede escribir en la base de datos «" + path
+                                      + "»: está abierta solo para lectura o el archivo está protegido. Compruebe los "
+                                        "permisos del archivo.");
+    EXPECT_EQ(readOnly.Detail(), "attempt to write a readonly database");
 }
 
 TEST_F(ConnectionOpen, CreateMakesAMissingFileOrOpensTheExistingOneButNoFolder)
@@ -177,7 +186,7 @@ TEST_F(ConnectionExecute, MalformedStatementsCarryTheDatabaseMessageAndTheStatem
     };
     for (const auto &[sql, message] : cases) {
         const DatabaseError e = ExpectDatabaseError([&] { m_c.Execute(sql); });
-        EXPECT_EQ(e.Message(), message);
+        EXPECT_EQ(e.Detail(), message);
         EXPECT_EQ(e.Statement(), sql);
     }
     EXPECT_EQ(ExpectDatabaseError([&] { m_c.Execute("DELETE FROM Alumno; DELETE FROM Alumno"); }).Statement(),
@@ -185,11 +194,10 @@ TEST_F(ConnectionExecute, MalformedStatementsCarryTheDatabaseMessageAndTheStatem
     EXPECT_EQ(Count(m_c, "Alumno"), 2);
 }
 
-TEST_F(ConnectionExecute, ObserversSeeEachTextExactlyAsWritten)
+TEST_F(ConnectionExecute, ObserversSeeEachTextExactlyAsWrittenAndAThrowingOneStopsTheStatement)
 {
-    QStringList own, global;
+    QStringList own;
     m_c.SetObserver([&](const Connection &, const QString &sql) { own << sql; });
-    Connection::SetGlobalObserver([&](const Connection &c, const QString &sql) { global << (&c == &m_c ? "c: " : "o: ") + sql; });
     const QStringList sent = {"UPDATE Alumno SET Cuota=-1 WHERE Cuota=True", "SELEC mal", "SELECT * FROM [Alumno]"};
     for (const QString &sql : sent) {
         try {
@@ -198,8 +206,11 @@ TEST_F(ConnectionExecute, ObserversSeeEachTextExactlyAsWritten)
         }
     }
     m_other.Execute("SELECT 2");
-    EXPECT_EQ(own, sent);
-    EXPECT_EQ(global, QStringList({"c: " + sent[0], "c: " + sent[1], "c: " + sent[2], "o: SELECT 2"}));
+    EXPECT_EQ(own, sent); // another connection's statements are not seen
+    m_c.SetObserver([](const Connection &, const QString &) { throw DatabaseError("fallo inyectado"); });
+    EXPECT_EQ(ExpectDatabaseError([&] { m_c.Execute("DELETE FROM Alumno"); }).Message(), "fallo inyectado");
+    m_c.SetObserver(nullptr);
+    EXPECT_EQ(Count(m_c, "Alumno"), 2);
 }
 
 TEST_F(ConnectionExecute, TransactionsCommitForOthersOrRollBackWhole)

@@ -34,9 +34,10 @@ inline QStringList Tables(Connection &c)
 {
     return Rows(c, "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite_%' ORDER BY name");
 }
-inline ConnectionPtr OpenConnection(const QString &connectionString)
+inline ConnectionPtr OpenConnection(const QString &connectionString, const QString &baseFolder = QString())
 {
     auto c = std::make_shared<Connection>();
+    c->SetBaseFolder(baseFolder);
     c->Open(connectionString);
     return c;
 }
@@ -56,12 +57,7 @@ template <typename F> DatabaseError ExpectDatabaseError(F &&code)
 class DataTest : public ::testing::Test
 {
 protected:
-    void TearDown() override
-    {
-        Connection::SetBaseFolder(QString());
-        Connection::SetGlobalObserver(nullptr);
-        Connection::SetBusyTimeout(m_busyTimeout);
-    }
+
     QString Path(const QString &name) const { return m_dir.filePath(name); }
     static QString SQLite(const QString &path) { return "Provider=SQLite;Data Source=" + path; }
     // An SQLite file (closed again) holding what the statements make.
@@ -74,7 +70,6 @@ protected:
     }
 
     QTemporaryDir m_dir;
-    const int m_busyTimeout = Connection::BusyTimeout();
 };
 
 } // namespace data_test

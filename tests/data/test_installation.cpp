@@ -70,7 +70,6 @@ protected:
     {
         DataTest::SetUp();
         m_paths = BuildInstallation(Path("instalación"), SmallInstallation());
-        Connection::SetBaseFolder(m_paths.root);
     }
 
     InstallationPaths m_paths;
@@ -104,20 +103,20 @@ TEST_F(InstallationTest, SettingsFileIsReadBackExactlyAndPathsAreWhereItSays)
 
 TEST_F(InstallationTest, HostDatabasesHoldTheDescriptionBehindTheRecordedConnectionStrings)
 {
-    auto entrada = OpenConnection(m_paths.conexionAppEntrada);
+    auto entrada = OpenConnection(m_paths.conexionAppEntrada, m_paths.root);
     EXPECT_EQ(UserVersion(*entrada), kSchemaVersion);
     EXPECT_EQ(Rows(*entrada, "SELECT IDCursoEscolar, Nombre, BD FROM CursoEscolar WHERE codcentro=7 ORDER BY 1"),
               QStringList({"3|2023-2024|Provider=SQLite;Data Source=datos/curso 2023.db",
                            "4|2022-2023|Provider=SQLite;Data Source=datos/perdido.db",
                            "5|2024-2025|Provider=SQLite;Data Source=datos/curso5.db"}));
-    auto centro = OpenConnection(m_paths.conexionLocalCentro);
+    auto centro = OpenConnection(m_paths.conexionLocalCentro, m_paths.root);
     EXPECT_EQ(Rows(*centro, "SELECT * FROM CursoEscAct"),
               QStringList{"3|2023-2024|Provider=SQLite;Data Source=datos/curso 2023.db|1|Comedor|12.5|A|"
                           "Donativo - 80%|111111000111|-1"});
     EXPECT_EQ(Rows(*centro, "SELECT * FROM DatosModelo182"), QStringList{"1|100|3|1|1100"});
     EXPECT_EQ(Rows(*centro, "SELECT * FROM ALMFModelo182"), QStringList{"1|100|Pedro|García|Núñez|12345678Z|0"});
-    EXPECT_EQ(Count(*OpenConnection(m_paths.modelo182ConnectionString), "Provincias"), 52);
-    auto year = OpenConnection(m_paths.Year(3)->connectionString);
+    EXPECT_EQ(Count(*OpenConnection(m_paths.modelo182ConnectionString, m_paths.root), "Provincias"), 52);
+    auto year = OpenConnection(m_paths.Year(3)->connectionString, m_paths.root);
     EXPECT_EQ(Rows(*year, DonorQuery(1), {"IDAlumno", "IDMiembroFamilia", "PrecioEuros", "DNI", "descripcion", "dato1", "dato3"}),
               QStringList({"1|NULL|30|NULL|NULL|-1|-1", "1|100|110|12345678Z|Madrid|-1|-1", "4|NULL|12.5|NULL|NULL|-1|-1",
                            "2|102|NULL|NULL|NULL|-1|0"}));
@@ -149,8 +148,6 @@ protected:
         s_demo = new InstallationDescription(DemoSchool());
     }
     static void TearDownTestSuite() { delete s_demo, delete s_paths, delete s_dir; }
-    void SetUp() override { Connection::SetBaseFolder(s_paths->root); }
-    void TearDown() override { Connection::SetBaseFolder(QString()); }
 
     static inline QTemporaryDir *s_dir = nullptr;
     static inline InstallationPaths *s_paths = nullptr;
@@ -198,10 +195,10 @@ TEST_F(DemoSchoolTest, IsTheSameOnEveryCallAndWithinItsRanges)
 
 TEST_F(DemoSchoolTest, InstallationHoldsTheDescriptionWithProvincesKnownToTheDeclaration)
 {
-    auto modelo182 = OpenConnection(s_paths->modelo182ConnectionString);
+    auto modelo182 = OpenConnection(s_paths->modelo182ConnectionString, s_paths->root);
     for (const YearDescription &description : s_demo->years) {
         SCOPED_TRACE(description.name);
-        auto year = OpenConnection(s_paths->Year(description.id)->connectionString);
+        auto year = OpenConnection(s_paths->Year(description.id)->connectionString, s_paths->root);
         EXPECT_EQ(Count(*year, "Alumno"), description.students.size());
         EXPECT_EQ(Count(*year, "MiembroFamilia"), description.members.size());
         const QStringList names = Rows(*year, "SELECT DISTINCT descripcion FROM Provincia INNER JOIN Direccion "
@@ -211,7 +208,7 @@ TEST_F(DemoSchoolTest, InstallationHoldsTheDescriptionWithProvincesKnownToTheDec
             EXPECT_EQ(Rows(*modelo182, "SELECT CodigoProvincia FROM Provincias WHERE Provincia='"
                                            + QString(name).replace("'", "''") + "'").size(), 1) << name;
     }
-    const Declarante d = ReadDeclarante(*OpenConnection(s_paths->Year(2)->connectionString));
+    const Declarante d = ReadDeclarante(*OpenConnection(s_paths->Year(2)->connectionString, s_paths->root));
     EXPECT_EQ(QStringList({d.nombre, d.pcNombre, d.pcApellido1, d.pcApellido2, d.cif, d.rFiscal}).join('|'),
               "COLEGIO SANTA TERESA DE LAS ACACIAS|TERESA|GUTIÉRREZ|ALCAÑIZ|R2800347C|1");
     EXPECT_TRUE(Settings(s_paths->iniFile).contains("Sesion/idCursoEscolar=2"));

@@ -127,6 +127,6 @@ protected:
                   std::tuple(QString("Vendelar"), text, icon, parent));
     }
     QTemporaryDir dir;
-    QtUi qtUi;
+    QtUi qtUi{"Vendelar"};
     QList<Shown> messages;
 };

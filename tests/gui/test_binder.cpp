@@ -36,7 +36,7 @@ protected:
     void SetUp() override
     {
         GuiTest::SetUp();
-        ViewFactory::Register("frmPrueba", [](QDialog &view) {
+        qtUi.Views().Register("frmPrueba", [](QDialog &view) {
             auto *layout = new QVBoxLayout(&view);
             for (auto [widget, name] : {std::pair<QWidget *, const char *>{new QListView, "lstLista"}, {new QComboBox, "cboLista"},
                                         {new QPushButton, "cmdBoton"}, {new QPushButton, "cmdFallar"},

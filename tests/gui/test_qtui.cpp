@@ -11,7 +11,7 @@ TEST(MessageBoxes, TheStyleGivesTheIconButtonsAndAnswers)
         {vbYesNoCancel, QMessageBox::NoIcon, {{"Cancelar", vbCancel}, {"No", vbNo}, {"Sí", vbYes}}, vbCancel},
     };
     for (const auto &c : cases) {
-        auto box = QtUi::BuildMessageBox("<b>no es HTML</b>", c.style, nullptr);
+        auto box = QtUi::BuildMessageBox("Vendelar", "<b>no es HTML</b>", c.style, nullptr);
         Buttons shown;
         for (QAbstractButton *button : box->buttons())
             shown.append({button->text(), QtUi::AnswerOf(*box, button)});

@@ -3,7 +3,7 @@
 #include "gui/ViewBinder.h"
 #include "gui/ViewFactory.h"
 #include "session/SessionSettings.h"
-#include "session/modPrincipal.h"
+#include "session/WizardRun.h"
 #include "wizard/frmActividadAlumno.h"
 #include "wizard/frmActividadMes.h"
 #include "wizard/frmActividadPonderacion.h"
@@ -35,11 +35,9 @@ protected:
         icon.fill(Qt::darkBlue);
         ASSERT_TRUE(icon.save(paths.iconFile, "PNG"));
         const SessionSettings settings = SessionSettings::Load(paths.iniFile);
-        modPrincipal::Settings() = settings.Program();
         addin = std::make_unique<cAsignarDatos>(qtUi);
         addin->ObtenerDatos(settings.BuildSession());
     }
-    void TearDown() override { GuiTest::TearDown(); ResetLibraryState(); }
     std::unique_ptr<cAsignarDatos> addin;
 };
 
@@ -49,7 +47,7 @@ protected:
 // left; "Salir" in the last window closes all five.
 TEST_F(WizardWindows, EveryStepShowsItsModelBackKeepsTheListsAndSalirClosesAll)
 {
-    qtUi.ShowModal(std::make_shared<frmSelCursos>(qtUi)); // as ActivarFormulario does, without waiting
+    qtUi.ShowModal(std::make_shared<frmSelCursos>(*addin->Run())); // as ActivarFormulario does, without waiting
     QWidget *first = TopView();
     ASSERT_NE(first, nullptr);
     EXPECT_EQ(std::tuple(first->windowTitle(), first->isVisible(), first->isModal(), first->windowIcon().isNull()),
@@ -120,7 +118,7 @@ TEST_F(WizardWindows, EveryStepShowsItsModelBackKeepsTheListsAndSalirClosesAll)
     Click("cmdSiguiente");
     ASSERT_EQ(std::tuple(OpenViewTitles(), FormViewsAlive()), std::tuple(all, 5));
     Click("cmdCancelar");
-    EXPECT_EQ(std::tuple(qtUi.Stack().IsEmpty(), modPrincipal::blnSalir, messages.size()), std::tuple(true, true, 1));
+    EXPECT_EQ(std::tuple(qtUi.Stack().IsEmpty(), addin->Run()->blnSalir, messages.size()), std::tuple(true, true, 1));
     Flush();
     EXPECT_EQ(FormViewsAlive(), 0);
 }
@@ -143,19 +141,21 @@ TEST_F(WizardWindows, TheHostCallReturnsWhenSalirClosesTheWizard)
 TEST(WindowFiles, EveryWizardWindowFitsItsFormAndAMisfitIsNamed)
 {
     TestUi ui;
-    frmSelCursos cursos(ui);
-    frmSelActividad actividades(ui, cursos);
-    frmActividadMes meses(ui, cursos);
-    frmActividadPonderacion porcentajes(ui, cursos);
-    frmActividadAlumno alumnos(ui, cursos);
+    WizardRun run(ui);
+    const ViewFactory views;
+    frmSelCursos cursos(run);
+    frmSelActividad actividades(run, cursos);
+    frmActividadMes meses(run, cursos);
+    frmActividadPonderacion porcentajes(run, cursos);
+    frmActividadAlumno alumnos(run, cursos);
     for (Form *form : std::initializer_list<Form *>{&cursos, &actividades, &meses, &porcentajes, &alumnos}) {
         QDialog window;
-        ViewFactory::Build(form->Name(), window);
+        views.Build(form->Name(), window);
         EXPECT_EQ(ViewBinder::Mismatches(*form, window) + ViewBinder::UnboundWidgets(*form, window), QStringList())
             << form->Name().toStdString();
     }
     QDialog window;
-    ViewFactory::Build("frmSelCursos", window);
+    views.Build("frmSelCursos", window);
     delete window.findChild<QPushButton *>("cmdCargar");
     window.findChild<QListView *>("lstDisponibles")->setObjectName("lstOtra");
     (new QLabel(&window))->setObjectName("lstDisponibles");

@@ -1,5 +1,5 @@
-#include "controls/cCentroApi.h"
 #include "session/ObjectFactory.h"
+#include "session/cCentroApi.h"
 #include "session/denM182.h"
 
 #include <QLocale>
@@ -9,17 +9,21 @@ TEST(DeclarationConnection, ThePathIsPlainConcatenation)
 {
     cConfiguracion c;
     c.set_RutaBD("/srv/datos/"); // a trailing separator is not removed
-    EXPECT_EQ(denM182::DataSourceFor(c), "/srv/datos//Modelo182.mdb");
-    EXPECT_FALSE(denM182::AddinFolder().isEmpty()); // the folder of the binary holding the code
+    EXPECT_EQ(denM182::DataSourceFor(c, "/opt/addin"), "/srv/datos//Modelo182.mdb");
+    c.blnSQLServer = true;
+    EXPECT_EQ(denM182::DataSourceFor(c, "/opt/addin"), "/opt/addin/Informes/Modelo182.mdb");
+    EXPECT_FALSE(AddinBinaryFolder().isEmpty()); // the folder of the binary holding the code
 }
 
 TEST(HostApi, IsCreatedByItsProgrammaticIdAndUnknownIdsAreRefused)
 {
-    cCentroApi::Register();
-    EXPECT_NE(ObjectFactory::CreateObjectAs<cCentroApi>(QStringLiteral("QXApi.cCentroApi")), nullptr);
-    EXPECT_NE(ObjectFactory::CreateObjectAs<cCentroApi>(QStringLiteral("qxapi.ccentroapi")), nullptr);
+    ObjectFactory factory, other;
+    cCentroApi::Register(factory, true);
+    EXPECT_TRUE(factory.CreateObjectAs<cCentroApi>(QStringLiteral("QXApi.cCentroApi"))->desarrollo());
+    EXPECT_NE(factory.CreateObjectAs<cCentroApi>(QStringLiteral("qxapi.ccentroapi")), nullptr);
+    EXPECT_FALSE(other.IsRegistered(QStringLiteral("QXApi.cCentroApi"))); // each run has its own components
     try {
-        ObjectFactory::CreateObject(QStringLiteral("QModelo182.cNoExiste"));
+        factory.CreateObject(QStringLiteral("QModelo182.cNoExiste"));
         FAIL();
     } catch (const ComponentError &error) {
         EXPECT_STREQ(error.what(), "No se puede crear el componente «QModelo182.cNoExiste»: no está instalado.");

@@ -9,7 +9,6 @@
 class SessionSettingsTest : public ::testing::Test
 {
 protected:
-    void TearDown() override { Connection::SetBaseFolder(QString()); }
     QString Write(const char *name, const char *text)
     {
         QFile file(dir.filePath(name));
@@ -40,9 +39,13 @@ TEST_F(SessionSettingsTest, BuildsTheHostSessionWithOpenConnectionsAndAbsolutePa
     EXPECT_EQ(settings.Program().locale.name(), "es_ES");
     ConnectionPtr entrada = session->ConnectionValue("conexionAppEntrada");
     EXPECT_EQ(entrada->ConnectionString(), paths.conexionAppEntrada);
-    // The year's relative string opens against the settings file's folder.
+    // The year's relative string opens against the settings file's folder,
+    // which the session hands over with this program's settings.
+    EXPECT_EQ(session->Program().dataFolder, paths.root);
+    EXPECT_EQ(session->Program().desarrollo, true);
     Recordset rs = entrada->Execute("SELECT BD FROM CursoEscolar WHERE idcursoescolar=3");
     Connection year;
+    year.SetBaseFolder(session->Program().dataFolder);
     EXPECT_NO_THROW(year.Open(rs.Fields("BD").toString()));
 }
 

@@ -2,8 +2,6 @@
 
 #include "data/Connection.h"
 #include "session/SessionSettings.h"
-#include "session/denM182.h"
-#include "session/modPrincipal.h"
 #include "wizard/cAsignarDatos.h"
 #include "wizard/frmSelCursos.h"
 
@@ -53,7 +51,6 @@ InstallationDescription SmallSchool()
 void WizardFixture::SetUp()
 {
     ASSERT_TRUE(dir.isValid());
-    Connection::SetGlobalObserver([this](const Connection &, const QString &sql) { statements << sql; });
 }
 
 void WizardFixture::TearDown()
@@ -65,31 +62,15 @@ void WizardFixture::TearDown()
         if (ui.Stack().Count() == before)
             break;
     }
-    ResetLibraryState();
-}
-
-void ResetLibraryState()
-{
-    if (denM182::conM182().State() == Connection::adStateOpen)
-        denM182::conM182().Close();
-    denM182::conM182().SetConnectionString(denM182::InitialConnectionString());
-    Connection::SetGlobalObserver({});
-    Connection::SetBaseFolder(QString());
-    modPrincipal::blnSalir = false;
-    cConfiguracion &c = modPrincipal::Configuracion();
-    c.set_conLocalAppEntrada(nullptr);
-    c.set_conLocalCentro(nullptr);
-    c.set_conLocalBorradoCentro(nullptr);
-    c.set_datossesion(nullptr);
 }
 
 void WizardFixture::Install()
 {
     paths = BuildInstallation(dir.path(), description);
     const SessionSettings settings = SessionSettings::Load(paths.iniFile);
-    modPrincipal::Settings() = settings.Program();
     addin = std::make_unique<cAsignarDatos>(ui);
     addin->ObtenerDatos(settings.BuildSession());
+    run().SetStatementObserver([this](const Connection &, const QString &sql) { statements << sql; });
     statements.clear();
 }
 

@@ -3,6 +3,7 @@
 #include "TestUi.h"
 #include "controls/ListControls.h"
 #include "data/Installation.h"
+#include "session/WizardRun.h"
 #include "wizard/cAsignarDatos.h"
 
 #include <QStringList>
@@ -24,18 +25,13 @@ inline void PrintTo(const QString &text, std::ostream *out)
     *out << '"' << text.toStdString() << '"';
 }
 
-// Puts the library-wide state back as a freshly loaded library has it: the
-// declaration connection closed and unconfigured, no session connections,
-// no statement observer, no base folder, the close-all flag down.
-void ResetLibraryState();
-
 // A small school: two years, a few activities and families. Tests change
 // the description before Install().
 InstallationDescription SmallSchool();
 
 // Builds an installation in a temporary folder, hands its session to the
 // add-in as the host would, and drives the wizard's windows through a
-// TestUi. Every statement any connection runs is recorded.
+// TestUi. Every statement any connection of the run sends is recorded.
 class WizardFixture : public ::testing::Test
 {
 protected:
@@ -45,6 +41,9 @@ protected:
     // Builds `description` (SmallSchool() unless changed) and runs
     // ObtenerDatos with the session of its settings file.
     void Install();
+
+    // The wizard run the add-in started for the session.
+    WizardRun &run() { return *addin->Run(); }
 
     // Opens the first window as ActivarFormulario does.
     frmSelCursos &OpenWizard();

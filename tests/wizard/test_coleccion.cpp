@@ -9,7 +9,7 @@ TEST(Coleccion, KeepsInsertionOrderSharesItsRecordsAndRefusesBadKeys)
     for (int id : {30, 4, 120}) {
         auto curso = std::make_shared<cCursoEscolar>();
         curso->idCursoEscolar = qint16(id);
-        col.Add(curso, Clave(id));
+        col.Add(curso, KeyOf(id));
     }
     EXPECT_EQ(col.Keys(), (QStringList{"30", "4", "120"}));
     col.Item("4")->colActividades.Add(std::make_shared<cActividad>(), "1");

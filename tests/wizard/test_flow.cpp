@@ -1,6 +1,5 @@
 #include "WizardFixture.h"
 
-#include "session/modPrincipal.h"
 #include "wizard/frmActividadAlumno.h"
 #include "wizard/frmActividadMes.h"
 #include "wizard/frmActividadPonderacion.h"
@@ -40,7 +39,7 @@ TEST_F(WizardFlow, SalirInTheLastWindowClosesTheWholeChain)
     EXPECT_TRUE(ui.OpenWindows().isEmpty());
     QStringList reversed(allFive.rbegin(), allFive.rend());
     EXPECT_EQ(ui.Closed(), reversed);
-    EXPECT_TRUE(modPrincipal::blnSalir);
+    EXPECT_TRUE(run().blnSalir);
 }
 
 TEST_F(WizardFlow, BackFromTheLastWindowFindsTheDeductionStepAsItWas)
@@ -54,7 +53,7 @@ TEST_F(WizardFlow, BackFromTheLastWindowFindsTheDeductionStepAsItWas)
     EXPECT_EQ(Top<frmActividadPonderacion>().lstActPorc.Texts(), pairs);
     ASSERT_EQ(pairs.size(), 1);
     EXPECT_TRUE(pairs[0].startsWith("2024-2025 - Comedor <-> "));
-    EXPECT_FALSE(modPrincipal::blnSalir);
+    EXPECT_FALSE(run().blnSalir);
 }
 
 TEST_F(WizardFlow, ActivatingTheWizardAgainOpensAFreshFirstWindow)
@@ -63,10 +62,10 @@ TEST_F(WizardFlow, ActivatingTheWizardAgainOpensAFreshFirstWindow)
     first.cmdAceptar.Press();
     Top<frmSelActividad>().cmdCancelar.Press();
     first.cmdCancelar.Press();
-    modPrincipal::blnSalir = true;
+    run().blnSalir = true;
     frmSelCursos &again = OpenWizard();
     EXPECT_TRUE(again.colCursosEscolares.IsEmpty());
-    EXPECT_FALSE(modPrincipal::blnSalir);
+    EXPECT_FALSE(run().blnSalir);
     EXPECT_EQ(ui.OpenWindows(), QStringList{"frmSelCursos"});
 }
 

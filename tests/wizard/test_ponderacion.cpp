@@ -1,7 +1,6 @@
 #include "WizardFixture.h"
 
 #include "data/Connection.h"
-#include "session/denM182.h"
 #include "wizard/frmActividadAlumno.h"
 #include "wizard/frmActividadMes.h"
 #include "wizard/frmActividadPonderacion.h"
@@ -216,7 +215,7 @@ TEST_F(DeductionStep, ATypeRenamedMeanwhileLeavesTheCodeEmpty)
 {
     frmActividadPonderacion &form = OpenStep();
     AssignAll(form);
-    denM182::Open().Execute("UPDATE TipoDonativos SET TipoDonativo='Donación' WHERE IDTipoDonativo=1");
+    run().OpenM182().Execute("UPDATE TipoDonativos SET TipoDonativo='Donación' WHERE IDTipoDonativo=1");
     form.cmdSiguiente.Press();
     EXPECT_EQ(Activity("1")->TipoDonativo, "");
     EXPECT_EQ(Activity("1")->Deduccion, 80.0);
@@ -254,7 +253,7 @@ TEST_F(DeductionStep, SavedWorkSetsTheCommunityBoxOnce)
 TEST_F(DeductionStep, UnloadClosesTheDeclarationConnection)
 {
     OpenStep();
-    EXPECT_EQ(denM182::conM182().State(), Connection::adStateOpen);
+    EXPECT_EQ(run().conM182().State(), Connection::adStateOpen);
     Top<frmActividadPonderacion>().cmdAnterior.Press();
-    EXPECT_EQ(denM182::conM182().State(), Connection::adStateClosed);
+    EXPECT_EQ(run().conM182().State(), Connection::adStateClosed);
 }

@@ -1,7 +1,5 @@
 #include "WizardFixture.h"
 
-#include "session/denM182.h"
-#include "session/modPrincipal.h"
 #include "wizard/frmSelActividad.h"
 #include "wizard/frmSelCursos.h"
 
@@ -19,7 +17,8 @@ class SchoolYearStep : public WizardFixture
 
 TEST_F(SchoolYearStep, LoadListsTheSessionSchoolAndPointsAtItsDeclarationDatabase)
 {
-    modPrincipal::blnSalir = true;
+    Install();
+    run().blnSalir = true;
     frmSelCursos &form = OpenWizard();
     EXPECT_EQ(form.Caption(), "Selección de cursos escolares para el modelo 182");
     EXPECT_EQ(form.cboCentro.Texts(), QStringList{"Colegio San Prueba"});
@@ -29,25 +28,25 @@ TEST_F(SchoolYearStep, LoadListsTheSessionSchoolAndPointsAtItsDeclarationDatabas
     EXPECT_EQ(TakeStatements(), QStringList{"SELECT IDCentro, Nombre FROM Centro WHERE IDCentro=7"});
     EXPECT_EQ(form.IconPath(), paths.iconFile);
     EXPECT_TRUE(form.cboCentro.Mandatory() && form.lstSeleccionados.Mandatory());
-    EXPECT_FALSE(modPrincipal::blnSalir);
-    EXPECT_EQ(denM182::conM182().ConnectionString(),
+    EXPECT_FALSE(run().blnSalir);
+    EXPECT_EQ(run().conM182().ConnectionString(),
               "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + paths.rutaBD
                   + "/Modelo182.mdb;Persist Security Info=False;Jet OLEDB:Database Password=zq417tev");
 
     // Opened again, it takes the session's database folder afresh.
     form.cmdCancelar.Press();
-    modPrincipal::Configuracion().set_RutaBD(dir.filePath("otra"));
+    run().Configuracion().set_RutaBD(dir.filePath("otra"));
     OpenWizard();
-    EXPECT_EQ(denM182::conM182().Property("Data Source"), dir.filePath("otra") + "/Modelo182.mdb");
+    EXPECT_EQ(run().conM182().Property("Data Source"), dir.filePath("otra") + "/Modelo182.mdb");
 }
 
 TEST_F(SchoolYearStep, OnADatabaseServerTheDeclarationDatabaseIsTheOneBelowTheAddin)
 {
     description.session.sqlServer = true;
-    denM182::SetAddinFolder(dir.filePath("addin"));
+    Install();
+    run().SetAddinFolder(dir.filePath("addin"));
     OpenWizard();
-    denM182::SetAddinFolder(QString());
-    EXPECT_EQ(denM182::conM182().Property("Data Source"), dir.filePath("addin") + "/Informes/Modelo182.mdb");
+    EXPECT_EQ(run().conM182().Property("Data Source"), dir.filePath("addin") + "/Informes/Modelo182.mdb");
 }
 
 TEST_F(SchoolYearStep, ChoosingTheSchoolListsItsYearsInDatabaseOrder)

@@ -1,8 +1,8 @@
-#include "wizard/MoverEntradas.h"
+#include "wizard/ListMoves.h"
 
 #include "controls/ListControls.h"
 
-void MoverSeleccionado(ListControl &from, ListControl &to)
+void MoveSelected(ListControl &from, ListControl &to)
 {
     const int index = from.ListIndex();
     if (index < 0)
@@ -12,7 +12,7 @@ void MoverSeleccionado(ListControl &from, ListControl &to)
     from.RemoveItem(index);
 }
 
-void MoverTodos(ListControl &from, ListControl &to)
+void MoveAll(ListControl &from, ListControl &to)
 {
     for (int i = 0; i < from.ListCount(); ++i) {
         to.AddItem(from.List(i));

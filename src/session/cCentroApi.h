@@ -12,8 +12,12 @@ class cCentroApi : public ComObject
 {
 public:
     static constexpr const char *ProgId = "QXApi.cCentroApi";
-    // Makes the object creatable by its programmatic identifier.
-    static void Register();
+
+    explicit cCentroApi(bool desarrollo = false) : m_desarrollo(desarrollo) {}
+
+    // Makes the object creatable by its programmatic identifier in `factory`,
+    // with the run's "desarrollo" setting.
+    static void Register(ObjectFactory &factory, bool desarrollo);
 
     // Marks the controls the window declares mandatory, so its view shows
     // them in the host's mandatory style.
@@ -27,5 +31,8 @@ public:
     int VerificarEuros(int keyAscii, const QString &text, const QLocale &locale) const;
 
     // Whether the host runs in development mode (reports folder choice).
-    bool desarrollo() const;
+    bool desarrollo() const { return m_desarrollo; }
+
+private:
+    bool m_desarrollo;
 };

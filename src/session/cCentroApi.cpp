@@ -1,12 +1,11 @@
-#include "controls/cCentroApi.h"
+#include "session/cCentroApi.h"
 
 #include "controls/ControlBase.h"
 #include "controls/Form.h"
-#include "session/modPrincipal.h"
 
-void cCentroApi::Register()
+void cCentroApi::Register(ObjectFactory &factory, bool desarrollo)
 {
-    ObjectFactory::Register(QString::fromLatin1(ProgId), [] { return std::make_shared<cCentroApi>(); });
+    factory.Register(QString::fromLatin1(ProgId), [desarrollo] { return std::make_shared<cCentroApi>(desarrollo); });
 }
 
 void cCentroApi::marcar_Obligatorios(Form &form)
@@ -33,9 +32,4 @@ int cCentroApi::VerificarEuros(int keyAscii, const QString &text, const QLocale 
         return keyAscii;
     }
     return 0;
-}
-
-bool cCentroApi::desarrollo() const
-{
-    return modPrincipal::Settings().desarrollo;
 }

@@ -7,6 +7,6 @@ class ListControl;
 // ItemData and go to the end of the target list.
 
 // Moves the highlighted entry of `from`; with none highlighted, nothing.
-void MoverSeleccionado(ListControl &from, ListControl &to);
+void MoveSelected(ListControl &from, ListControl &to);
 // Moves every entry of `from`, in list order, then empties it.
-void MoverTodos(ListControl &from, ListControl &to);
+void MoveAll(ListControl &from, ListControl &to);
