@@ -4,6 +4,8 @@
 #include "data/DatabaseError.h"
 #include "data/Schema.h"
 #include "data/SchemaSql.h"
+#include "data/SessionKeys.h"
+#include "data/SettingsFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -83,37 +85,6 @@ ConnectionPtr Create(const QString &path, const QString &provider = QStringLiter
 {
     RemoveDatabaseFile(path);
     return Connection::CreateSQLite(path, provider);
-}
-
-// Values QSettings reads back as they are, in the INI form.
-QString IniValue(const QVariant &value)
-{
-    if (value.typeId() == QMetaType::Bool)
-        return value.toBool() ? QStringLiteral("true") : QStringLiteral("false");
-    const QString text = value.toString();
-    bool needsQuotes = text.startsWith(QLatin1Char(' ')) || text.endsWith(QLatin1Char(' '))
-                       || text.startsWith(QLatin1Char('@'));
-    for (QChar c : text)
-        if (c == QLatin1Char(';') || c == QLatin1Char(',') || c == QLatin1Char('"')
-            || c == QLatin1Char('\\') || c == QLatin1Char('=') || c == QLatin1Char('#')
-            || c.unicode() < 0x20)
-            needsQuotes = true;
-    if (!needsQuotes)
-        return text;
-    QString quoted = QStringLiteral("\"");
-    for (QChar c : text) {
-        if (c == QLatin1Char('"') || c == QLatin1Char('\\'))
-            quoted += QLatin1Char('\\') + QString(c);
-        else if (c == QLatin1Char('\n'))
-            quoted += QStringLiteral("\\n");
-        else if (c == QLatin1Char('\r'))
-            quoted += QStringLiteral("\\r");
-        else if (c == QLatin1Char('\t'))
-            quoted += QStringLiteral("\\t");
-        else
-            quoted += c;
-    }
-    return quoted + QLatin1Char('"');
 }
 
 void FillEntryDatabase(Connection &connection, const InstallationDescription &description,
@@ -291,7 +262,14 @@ const YearPaths *InstallationPaths::Year(int id) const
     return nullptr;
 }
 
-QString SessionSettingsText(const InstallationDescription &description, const InstallationPaths &paths)
+namespace {
+
+QString IniText(bool flag)
+{
+    return flag ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+SettingsFile SessionSettingsFile(const InstallationDescription &description, const InstallationPaths &paths)
 {
     int currentYear = description.session.currentYear;
     if (currentYear == 0)
@@ -299,43 +277,48 @@ QString SessionSettingsText(const InstallationDescription &description, const In
             currentYear = std::max(currentYear, year.id);
 
     const SessionDescription &s = description.session;
-    const QList<QPair<QString, QVariant>> sesion = {
-        {QStringLiteral("rutaaplicacion"), kAppFolder},
-        {QStringLiteral("RutaBD"), kDataFolder},
-        {QStringLiteral("sqlserver"), s.sqlServer},
-        {QStringLiteral("IDPerfil"), s.idPerfil},
-        {QStringLiteral("IDUsuario"), s.idUsuario},
-        {QStringLiteral("NombreUsuario"), s.userName},
-        {QStringLiteral("IDCentro"), description.school.id},
-        {QStringLiteral("NombreCentro"), description.school.name},
-        {QStringLiteral("idCursoEscolar"), currentYear},
-        {QStringLiteral("Activa"), s.activa},
-        {QStringLiteral("Accion"), s.accion},
-        {QStringLiteral("lngRowData"), s.rowData},
-        {QStringLiteral("Pesetas"), s.pesetas},
-        {QStringLiteral("MTP"), s.mtp},
-        {QStringLiteral("RutaIcono"), kAppFolder + QLatin1Char('/') + kIconFile},
-        {QStringLiteral("conexionAppEntrada"), paths.conexionAppEntrada},
-        {QStringLiteral("conexionlocalCENTRO"), paths.conexionLocalCentro},
-        {QStringLiteral("conexionBORRADOlocalCENTRO"), paths.conexionBorradoLocalCentro},
+    using namespace SessionKeys;
+    const QHash<QString, QString> sesion = {
+        {kRutaAplicacion, kAppFolder},
+        {kRutaBD, kDataFolder},
+        {kSqlServer, IniText(s.sqlServer)},
+        {kIDPerfil, QString::number(s.idPerfil)},
+        {kIDUsuario, QString::number(s.idUsuario)},
+        {kNombreUsuario, s.userName},
+        {kIDCentro, QString::number(description.school.id)},
+        {kNombreCentro, description.school.name},
+        {kIdCursoEscolar, QString::number(currentYear)},
+        {kActiva, IniText(s.activa)},
+        {kAccion, QString::number(s.accion)},
+        {kLngRowData, QString::number(s.rowData)},
+        {kPesetas, IniText(s.pesetas)},
+        {kMTP, IniText(s.mtp)},
+        {kRutaIcono, kAppFolder + QLatin1Char('/') + kIconFile},
+        {kConexionAppEntrada, paths.conexionAppEntrada},
+        {kConexionLocalCentro, paths.conexionLocalCentro},
+        {kConexionBorradoLocalCentro, paths.conexionBorradoLocalCentro},
     };
-    QList<QPair<QString, QVariant>> modelo182;
+    SettingsFile file;
+    // The host's order; every listed property gets a line.
+    for (const Key &key : kSession) {
+        if (!sesion.contains(key.name))
+            throw std::logic_error("no value for the session property " + key.name.toString().toStdString());
+        file.Add(kSesion, key.name, sesion.value(key.name));
+    }
     if (!s.locale.isEmpty())
-        modelo182.append({QStringLiteral("Locale"), s.locale});
-    modelo182 += QList<QPair<QString, QVariant>>{
-        {QStringLiteral("desarrollo"), s.desarrollo},
-        {QStringLiteral("NumeroJustificante"), s.numeroJustificante},
-        {QStringLiteral("Delegacion"), s.delegacion},
-        {QStringLiteral("Domicilio"), s.domicilio},
-    };
+        file.Add(kModelo182, kLocale, s.locale);
+    file.Add(kModelo182, kDesarrollo, IniText(s.desarrollo));
+    file.Add(kModelo182, kNumeroJustificante, s.numeroJustificante);
+    file.Add(kModelo182, kDelegacion, s.delegacion);
+    file.Add(kModelo182, kDomicilio, s.domicilio);
+    return file;
+}
 
-    QString text = QStringLiteral("[Sesion]\n");
-    for (const auto &[key, value] : sesion)
-        text += key + QLatin1Char('=') + IniValue(value) + QLatin1Char('\n');
-    text += QStringLiteral("\n[Modelo182]\n");
-    for (const auto &[key, value] : modelo182)
-        text += key + QLatin1Char('=') + IniValue(value) + QLatin1Char('\n');
-    return text;
+} // namespace
+
+QString SessionSettingsText(const InstallationDescription &description, const InstallationPaths &paths)
+{
+    return SessionSettingsFile(description, paths).Text();
 }
 
 InstallationPaths BuildInstallation(const QString &dir, const InstallationDescription &description)
@@ -403,10 +386,6 @@ InstallationPaths BuildInstallation(const QString &dir, const InstallationDescri
         Schema::CreateDeclarationDatabase(*modelo182);
     }
 
-    QFile ini(paths.iniFile);
-    if (!ini.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
-        throw std::runtime_error(("No se puede escribir " + paths.iniFile).toStdString());
-    ini.write(SessionSettingsText(description, paths).toUtf8());
-    ini.close();
+    SessionSettingsFile(description, paths).Write(paths.iniFile);
     return paths;
 }

@@ -228,10 +228,10 @@ struct InstallationPaths
 // in member order. A province name not among the seeded ones is added to the
 // year's `Provincia` with a key from 100 on.
 // Throws DatabaseError on a database failure, std::runtime_error when a
-// folder or the settings file cannot be written.
+// folder cannot be made, SettingsFileError when the settings file cannot
+// be written.
 InstallationPaths BuildInstallation(const QString &dir, const InstallationDescription &description);
 
-// The settings file's text for an installation ([Sesion] and [Modelo182]).
-// Values QSettings would misread (holding ';', ',', '"', '\' or '=') are
-// written between double quotes.
+// The settings file's text for an installation ([Sesion] and [Modelo182]),
+// written by SettingsFile so that every value reads back as it is.
 QString SessionSettingsText(const InstallationDescription &description, const InstallationPaths &paths);

@@ -1,23 +1,25 @@
 #include "session/SessionSettings.h"
 
+#include "data/SessionKeys.h"
+#include "data/SettingsFile.h"
+
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QSettings>
 
 namespace {
 
-// Session properties that name a folder or a file.
-bool IsPathProperty(const QString &name)
-{
-    return name == QLatin1String("rutaaplicacion") || name == QLatin1String("RutaBD")
-        || name == QLatin1String("RutaIcono");
-}
+using SessionKeys::Kind;
 
-bool IsConnectionProperty(const QString &name)
+// A property not in the host's list is a connection when its name says so;
+// otherwise its text decides.
+std::optional<Kind> KindOf(const QString &name)
 {
-    return name.startsWith(QLatin1String("conexion"));
+    if (const SessionKeys::Key *key = SessionKeys::Find(name))
+        return key->kind;
+    if (name.startsWith(QLatin1String("conexion")))
+        return Kind::Connection;
+    return std::nullopt;
 }
 
 bool ReadBoolean(const QString &text, bool fallback)
@@ -30,13 +32,28 @@ bool ReadBoolean(const QString &text, bool fallback)
     return fallback;
 }
 
-// QSettings turns a value with a comma into a list; a session value is
-// always one text.
-QString ReadText(const QVariant &value)
+// The value of a property that is neither a path nor a connection. A text
+// that looks like a whole number must fit in 64 bits: it is refused, never
+// read as 0; an integer property must hold a whole number.
+SesionHost::Value Convert(const QString &name, const QString &text, const QString &file)
 {
-    if (value.typeId() == QMetaType::QStringList)
-        return value.toStringList().join(QLatin1Char(','));
-    return value.toString();
+    const std::optional<Kind> kind = KindOf(name);
+    if (kind == Kind::Text)
+        return text;
+    if (kind != Kind::Integer && (text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0
+                                  || text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0))
+        return text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0;
+    static const QRegularExpression wholeNumber(QStringLiteral("^-?\\d+$"));
+    const QString trimmed = text.trimmed();
+    bool ok = false;
+    const qlonglong number = trimmed.toLongLong(&ok);
+    if (ok && wholeNumber.match(trimmed).hasMatch())
+        return number;
+    if (kind == Kind::Integer || wholeNumber.match(trimmed).hasMatch())
+        throw SessionError(QStringLiteral("El valor «") + text + QStringLiteral("» de «") + name
+                           + QStringLiteral("» no es un número entero válido. Corrija el fichero de sesión «")
+                           + file + QStringLiteral("»."));
+    return text;
 }
 
 } // namespace
@@ -51,23 +68,29 @@ SessionSettings SessionSettings::Load(const QString &iniFile)
     result.m_file = info.absoluteFilePath();
     result.m_folder = info.absolutePath();
 
-    QSettings ini(result.m_file, QSettings::IniFormat);
-    ini.beginGroup(QStringLiteral("Sesion"));
-    const QStringList keys = ini.childKeys();
-    for (const QString &key : keys)
-        result.m_values.append({key, ReadText(ini.value(key))});
-    ini.endGroup();
+    SettingsFile ini;
+    try {
+        ini = SettingsFile::Read(result.m_file);
+    } catch (const SettingsFileError &error) {
+        throw SessionError(error.Message());
+    }
+    if (const SettingsSection *sesion = ini.Section(SessionKeys::kSesion))
+        for (const SettingsEntry &entry : sesion->entries)
+            result.m_values.append({entry.key, entry.value});
     if (result.m_values.isEmpty())
         throw SessionError(QStringLiteral("El fichero de sesión «%1» no tiene la sección [Sesion].").arg(iniFile));
+    // Bad numbers are refused here, before any connection is opened.
+    for (const auto &[name, text] : std::as_const(result.m_values))
+        if (KindOf(name) != Kind::Path && KindOf(name) != Kind::Connection)
+            Convert(name, text, result.m_file);
 
-    ini.beginGroup(QStringLiteral("Modelo182"));
-    const QString locale = ReadText(ini.value(QStringLiteral("Locale"))).trimmed();
+    const auto value = [&ini](QLatin1String key) { return ini.Value(SessionKeys::kModelo182, key); };
+    const QString locale = value(SessionKeys::kLocale).trimmed();
     result.m_program.locale = locale.isEmpty() ? QLocale::system() : QLocale(locale);
-    result.m_program.desarrollo = ReadBoolean(ReadText(ini.value(QStringLiteral("desarrollo"))), false);
-    result.m_program.numeroJustificante = ReadText(ini.value(QStringLiteral("NumeroJustificante"))).trimmed();
-    result.m_program.delegacion = ReadText(ini.value(QStringLiteral("Delegacion")));
-    result.m_program.domicilio = ReadText(ini.value(QStringLiteral("Domicilio")));
-    ini.endGroup();
+    result.m_program.desarrollo = ReadBoolean(value(SessionKeys::kDesarrollo), false);
+    result.m_program.numeroJustificante = value(SessionKeys::kNumeroJustificante).trimmed();
+    result.m_program.delegacion = value(SessionKeys::kDelegacion);
+    result.m_program.domicilio = value(SessionKeys::kDomicilio);
     return result;
 }
 
@@ -77,24 +100,18 @@ SesionHostPtr SessionSettings::BuildSession() const
     ProgramSettings program = m_program;
     program.dataFolder = m_folder;
     session->SetProgramSettings(program);
-    static const QRegularExpression wholeNumber(QStringLiteral("^-?\\d+$"));
     const QDir folder(m_folder);
     for (const auto &[name, text] : m_values) {
-        if (IsConnectionProperty(name)) {
+        const std::optional<Kind> kind = KindOf(name);
+        if (kind == Kind::Connection) {
             auto connection = std::make_shared<Connection>();
             connection->SetBaseFolder(m_folder);
             connection->Open(text);
             session->Set(name, connection);
-        } else if (IsPathProperty(name)) {
+        } else if (kind == Kind::Path) {
             session->Set(name, text.isEmpty() ? text : QDir::cleanPath(folder.absoluteFilePath(text)));
-        } else if (text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) {
-            session->Set(name, true);
-        } else if (text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0) {
-            session->Set(name, false);
-        } else if (wholeNumber.match(text.trimmed()).hasMatch()) {
-            session->Set(name, text.trimmed().toLongLong());
         } else {
-            session->Set(name, text);
+            session->Set(name, Convert(name, text, m_file));
         }
     }
     return session;

@@ -13,8 +13,9 @@
 class SessionSettings
 {
 public:
-    // Reads the file; throws SessionError when it is missing or has no
-    // [Sesion] section.
+    // Reads the file; throws SessionError when it is missing, has a
+    // malformed line, no [Sesion] section, or a number that is none or does
+    // not fit in 64 bits (before anything is opened).
     static SessionSettings Load(const QString &iniFile);
 
     // Builds the host's session object: every connection property is opened

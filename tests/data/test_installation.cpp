@@ -1,4 +1,4 @@
-// The installation builder (files, the session settings file as QSettings
+// The installation builder (files, the session settings file as our reader
 // reads it back, the databases behind the connection strings it records)
 // and the demo school built with it.
 #include "data/Declarante.h"
@@ -6,12 +6,12 @@
 #include "data/DonorQuery.h"
 #include "data/Installation.h"
 #include "data/SchemaVersion.h"
+#include "data/SettingsFile.h"
 
 #include "test_data.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QSettings>
 
 using namespace data_test;
 
@@ -45,21 +45,14 @@ InstallationDescription SmallInstallation()
     return d;
 }
 
-// Every key of the settings file in the order of its lines, as "Group/key=value" with the value QSettings reads.
+// Every key of the settings file in the order of its lines, as "Group/key=value" with the value read back.
 QStringList Settings(const QString &iniFile)
 {
-    QFile file(iniFile);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Text));
-    const QSettings ini(iniFile, QSettings::IniFormat);
+    const SettingsFile file = SettingsFile::Read(iniFile);
     QStringList entries;
-    QString group;
-    for (const QString &line : QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts)) {
-        if (line.startsWith('['))
-            group = line.mid(1, line.size() - 2);
-        else
-            entries << group + "/" + line.section('=', 0, 0) + "=" + ini.value(group + "/" + line.section('=', 0, 0)).toString();
-    }
-    EXPECT_EQ(ini.allKeys().size(), entries.size());
+    for (const SettingsSection &section : file.Sections())
+        for (const SettingsEntry &entry : section.entries)
+            entries << section.name + "/" + entry.key + "=" + entry.value;
     return entries;
 }
 
