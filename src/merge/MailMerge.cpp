@@ -114,10 +114,14 @@ QByteArray MailMerge::Merge(const QList<MergeRecord> &records) const
     pugi::xml_document letter;
     pugi::xml_node sectPr;
     std::vector<pugi::xml_node> blocks;
-    for (pugi::xml_node child : body.children())
+    pugi::xml_node lastElement;
+    for (pugi::xml_node child : body.children()) {
         blocks.push_back(child);
+        if (child.type() == pugi::node_element)
+            lastElement = child;
+    }
     for (pugi::xml_node block : blocks) {
-        if (w.Is(block.name(), "sectPr") && block == body.last_child()) {
+        if (block == lastElement && w.Is(block.name(), "sectPr")) {
             sectPr = block;
             continue;
         }

@@ -156,6 +156,8 @@ TEST(MailMerge, WritesTheFileAndNamesEveryTemplateItCannotUse)
     withoutDocument.removeLast();
     Parts brokenXml = WordPackage(kBody);
     brokenXml.last().second.chop(20);
+    Parts noBody = WordPackage("");
+    noBody.last().second.replace("w:body", "w:bodi");
     const QString damaged = "La plantilla «plantilla.doc» no es un documento de Word válido o está dañada. "
                             "Sustitúyala por la plantilla original y vuelva a intentarlo.";
     const std::pair<QByteArray, const char *> cases[] = {
@@ -164,7 +166,7 @@ TEST(MailMerge, WritesTheFileAndNamesEveryTemplateItCannotUse)
         {QByteArray(), "empty file"},
         {Zip(withoutDocument), "no document part"},
         {Zip(brokenXml), "unfinished XML"},
-        {Zip(WordPackage("")).replace("w:body", "w:bodi"), "no body"},
+        {Zip(noBody), "no body"},
     };
     for (const auto &[bytes, what] : cases)
         EXPECT_EQ(MergeErrorOf([&] { MailMerge(bytes, "plantilla.doc"); }), damaged) << what;

@@ -203,7 +203,7 @@ int PageBreaks(const QByteArray &documentXml)
 
 QStringList MergeFieldNames(const Parts &parts)
 {
-    static const QRegularExpression mergeField(R"(^\s*MERGEFIELD\s+(?:"([^"]+)"|(\S+)))",
+    static const QRegularExpression mergeField(R"re(^\s*MERGEFIELD\s+(?:"([^"]+)"|(\S+)))re",
                                                QRegularExpression::CaseInsensitiveOption);
     QStringList names;
     const auto take = [&](const QString &instruction) {
