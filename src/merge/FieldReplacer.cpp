@@ -23,7 +23,7 @@ int FieldReplacer::ReplaceIn(const std::vector<pugi::xml_node> &blocks)
     m_stack.clear();
     m_jobs.clear();
     m_simpleFields.clear();
-    // A block is walked as its own content: a complex field may begin in one
+    // The blocks are walked as one stream: a complex field may begin in one
     // paragraph and end in the next.
     for (pugi::xml_node block : blocks)
         Visit(block);
