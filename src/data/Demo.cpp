@@ -1,5 +1,7 @@
 #include "data/Demo.h"
 
+#include "util/NifCif.h"
+
 #include <QStringList>
 
 #include <cmath>
@@ -133,33 +135,9 @@ const Town kTowns[] = {
     {"Ceuta", "Ceuta", "51001", 5},
 };
 
-const char kNifLetters[] = "TRWAGMYFPDXBNJZSQVHLCKE";
-
 QChar NifLetter(qint64 number)
 {
-    return QLatin1Char(kNifLetters[number % 23]);
-}
-
-// An organisation's CIF: type letter, seven digits, control character. The
-// control digit is 10 minus the last digit of the sum of the digits in even
-// places plus the digit sums of twice each digit in odd places; types that
-// take a letter use "JABCDEFGHI" at that position.
-QString CifWithControl(QChar type, const QString &digits)
-{
-    int sum = 0;
-    for (int i = 0; i < 7; ++i) {
-        const int d = digits.at(i).digitValue();
-        if (i % 2 == 0) {
-            const int twice = 2 * d;
-            sum += twice / 10 + twice % 10;
-        } else {
-            sum += d;
-        }
-    }
-    const int control = (10 - sum % 10) % 10;
-    const bool takesLetter = QStringLiteral("KPQRSNW").contains(type);
-    return type + digits
-           + (takesLetter ? QStringLiteral("JABCDEFGHI").at(control) : QChar(QLatin1Char('0' + control)));
+    return LetraNIF(qint32(number)).at(0);
 }
 
 QString Digits(qint64 number, int width)

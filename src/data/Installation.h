@@ -192,8 +192,8 @@ struct YearPaths
 
 // Where everything went. Folders and files are absolute paths; connection
 // strings are as the settings file and CursoEscolar hold them, with "Data
-// Source" relative to `root`: call Connection::SetBaseFolder(root) before
-// opening them.
+// Source" relative to `root`: a connection opening them needs
+// SetBaseFolder(root).
 struct InstallationPaths
 {
     QString root;                 // the installation folder

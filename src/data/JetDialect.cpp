@@ -1,5 +1,7 @@
 #include "data/JetDialect.h"
 
+#include "util/VbFormat.h"
+
 #include <QRegularExpression>
 
 namespace JetDialect {
@@ -56,16 +58,9 @@ std::optional<CrossDatabaseCopy> ParseCrossDatabaseCopy(const QString &sql)
     return copy;
 }
 
-QString SqlText(const QString &text)
-{
-    QString t = text;
-    t.replace(QLatin1Char('\''), QStringLiteral("''"));
-    return QLatin1Char('\'') + t + QLatin1Char('\'');
-}
-
 QString AttachStatement(const QString &resolvedFile, const QString &alias)
 {
-    return QStringLiteral("ATTACH DATABASE %1 AS %2").arg(SqlText(resolvedFile), alias);
+    return QStringLiteral("ATTACH DATABASE %1 AS %2").arg(::SqlText(resolvedFile), alias);
 }
 
 QString CreateTableAsStatement(const CrossDatabaseCopy &copy, const QString &alias)

@@ -31,7 +31,4 @@ QString DetachStatement(const QString &alias);
 // so they are replaced, outside quoted text and bracketed names.
 QString ReplaceBooleanLiterals(const QString &sql);
 
-// A text literal for SQLite: 'text' with single quotes doubled.
-QString SqlText(const QString &text);
-
 } // namespace JetDialect

@@ -46,7 +46,7 @@ QString CertificateSource::ConnectionStringFor(const QString &cartaDonantesPath)
 
 CertificateData CertificateSource::Read(const QString &cartaDonantesPath) const
 {
-    if (!QFileInfo::exists(Connection::ResolvePath(cartaDonantesPath)))
+    if (!QFileInfo::exists(Connection::ResolvePath(cartaDonantesPath, QString())))
         throw MergeError(QStringLiteral("No existe la base de datos de los certificados «") + cartaDonantesPath
                          + QStringLiteral("». ") + GenerateFirst());
     CertificateData data;
@@ -64,7 +64,7 @@ CertificateData CertificateSource::Read(const QString &cartaDonantesPath) const
         }
     } catch (const DatabaseError &error) {
         throw MergeError(QStringLiteral("No se pudieron leer los donantes de «") + cartaDonantesPath
-                         + QStringLiteral("»: ") + Clause(error.Message()) + QStringLiteral(". ") + GenerateFirst());
+                         + QStringLiteral("»: ") + Clause(error.Detail().isEmpty() ? error.Message() : error.Detail()) + QStringLiteral(". ") + GenerateFirst());
     }
 
     MergeRecord added = ReadDeclarant();
@@ -90,7 +90,7 @@ MergeRecord CertificateSource::ReadDeclarant() const
     } catch (const DatabaseError &error) {
         if (!wasOpen && m_declaration.State() == Connection::adStateOpen)
             m_declaration.Close();
-        throw MergeError(QStringLiteral("No se pudo leer el declarante del modelo 182: ") + Clause(error.Message())
+        throw MergeError(QStringLiteral("No se pudo leer el declarante del modelo 182: ") + Clause(error.Detail().isEmpty() ? error.Message() : error.Detail())
                          + QStringLiteral(". ") + GenerateFirst());
     }
     if (rows.Eof())

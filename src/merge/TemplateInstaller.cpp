@@ -7,10 +7,18 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+// The templates are resources of a static library: nothing else references
+// them, so they are registered by hand before the first use.
+static void RegisterTemplateResources()
+{
+    Q_INIT_RESOURCE(templates);
+}
+
 namespace CertificateTemplates {
 
 QString ResourcePath(const QString &fileName)
 {
+    RegisterTemplateResources();
     return QStringLiteral(":/merge/templates/") + fileName;
 }
 

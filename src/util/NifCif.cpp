@@ -123,3 +123,20 @@ QString NIFConLetra(const QString &digits, bool withHyphen, const QLocale &local
         result.remove(QLatin1Char('-'));
     return result;
 }
+
+QString CifWithControl(QChar type, const QString &digits)
+{
+    int sum = 0;
+    for (int i = 0; i < 7; ++i) {
+        const int d = digits.at(i).digitValue();
+        if (i % 2 == 0) {
+            const int twice = 2 * d;
+            sum += twice / 10 + twice % 10;
+        } else {
+            sum += d;
+        }
+    }
+    const int control = (10 - sum % 10) % 10;
+    const bool takesLetter = QStringLiteral("KPQRSNW").contains(type);
+    return type + digits + (takesLetter ? QStringLiteral("JABCDEFGHI").at(control) : QChar(QLatin1Char('0' + control)));
+}

@@ -37,3 +37,8 @@ QString LetraNIF(qint32 number);
 // numeric (see IsNumeric; `locale` decides the thousands separator) or its
 // value does not fit a 32-bit integer.
 QString NIFConLetra(const QString &digits, bool withHyphen, const QLocale &locale = QLocale());
+
+// An organisation's CIF: `type`, the seven `digits` and their control
+// character (a digit, or a letter of "JABCDEFGHI" for the types that take
+// one: K, P, Q, R, S, N, W).
+QString CifWithControl(QChar type, const QString &digits);
