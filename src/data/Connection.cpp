@@ -281,7 +281,27 @@ Recordset Connection::Execute(const QString &sql)
         Run(db, JetDialect::AttachStatement(FileUri(source, true), kCopyAlias), sql, database);
         int copied = 0;
         try {
-            Run(db, JetDialect::CreateTableAsStatement(*copy, kCopyAlias), sql, database);
+            // The target keeps the source's column definitions; without
+            // them CREATE TABLE AS would drop the text collation.
+            const Result definition = Run(db, JetDialect::SourceDefinitionQuery(*copy, kCopyAlias), sql, database);
+            const auto statements = definition.rows.Rows().isEmpty()
+                ? std::nullopt
+                : JetDialect::CopyWithDefinition(*copy, kCopyAlias, definition.rows.Rows().at(0).value(0).toString());
+            if (statements) {
+                // Both or neither: a failed fill leaves no empty table.
+                Run(db, QStringLiteral("SAVEPOINT m182_copia"), sql, database);
+                try {
+                    for (const QString &statement : *statements)
+                        Run(db, statement, sql, database);
+                } catch (...) {
+                    QSqlQuery(db).exec(QStringLiteral("ROLLBACK TO m182_copia"));
+                    QSqlQuery(db).exec(QStringLiteral("RELEASE m182_copia"));
+                    throw;
+                }
+                Run(db, QStringLiteral("RELEASE m182_copia"), sql, database);
+            } else {
+                Run(db, JetDialect::CreateTableAsStatement(*copy, kCopyAlias), sql, database);
+            }
             const Result count = Run(db, QStringLiteral("SELECT COUNT(*) FROM [") + copy->targetTable + QStringLiteral("]"), sql, database);
             copied = count.rows.Rows().value(0).value(0).toInt();
         } catch (...) {

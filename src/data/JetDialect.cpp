@@ -72,6 +72,27 @@ QString CreateTableAsStatement(const CrossDatabaseCopy &copy, const QString &ali
     return sql;
 }
 
+QString SourceDefinitionQuery(const CrossDatabaseCopy &copy, const QString &alias)
+{
+    return QStringLiteral("SELECT sql FROM ") + alias + QStringLiteral(".sqlite_master WHERE type='table' AND name=")
+        + ::SqlText(copy.sourceTable) + QStringLiteral(" COLLATE NOCASE");
+}
+
+std::optional<QStringList> CopyWithDefinition(const CrossDatabaseCopy &copy, const QString &alias,
+                                              const QString &sourceDefinition)
+{
+    const qsizetype columns = sourceDefinition.indexOf(QLatin1Char('('));
+    if (columns < 0)
+        return std::nullopt;
+    QString insert = QStringLiteral("INSERT INTO ") + Bracket(copy.targetTable) + QStringLiteral(" SELECT * FROM ")
+        + alias + QLatin1Char('.') + Bracket(copy.sourceTable);
+    if (!copy.orderBy.isEmpty())
+        insert += QStringLiteral(" ORDER BY ") + copy.orderBy;
+    return QStringList{QStringLiteral("CREATE TABLE ") + Bracket(copy.targetTable) + QLatin1Char(' ')
+                           + sourceDefinition.mid(columns),
+                       insert};
+}
+
 QString DetachStatement(const QString &alias)
 {
     return QStringLiteral("DETACH DATABASE %1").arg(alias);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 // The Jet SQL forms that the program's statements use and SQLite does not
@@ -26,6 +27,13 @@ std::optional<CrossDatabaseCopy> ParseCrossDatabaseCopy(const QString &sql);
 QString AttachStatement(const QString &resolvedFile, const QString &alias);
 QString CreateTableAsStatement(const CrossDatabaseCopy &copy, const QString &alias);
 QString DetachStatement(const QString &alias);
+// The source table's own CREATE statement, read from the attached file.
+QString SourceDefinitionQuery(const CrossDatabaseCopy &copy, const QString &alias);
+// The copy as a table created with the source's column definitions (so its
+// text columns keep their collation) and filled in the given order; none
+// when the definition cannot be read.
+std::optional<QStringList> CopyWithDefinition(const CrossDatabaseCopy &copy, const QString &alias,
+                                              const QString &sourceDefinition);
 
 // Jet's Boolean literals True and False are -1 and 0; SQLite reads TRUE as 1,
 // so they are replaced, outside quoted text and bracketed names.

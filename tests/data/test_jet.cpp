@@ -52,6 +52,8 @@ TEST(JetCrossDatabaseCopy, CopiesTheTableInSpanishOrderFromAnAbsoluteOrRelativeF
     EXPECT_EQ(Rows(*target, "SELECT * FROM CartaDonantes"),   // the table's own row order, as the merge reads it
               QStringList({"ALVAREZ|Eva| ", "Álvarez|Luis|1.230,50", "Nuñez|Alba|5,00", "Ñuñez|Rosa|10,00", "Ortiz|Ana|61,00"}));
     EXPECT_EQ(attached(), QStringList{"main"});
+    // The copy compares text as its source does: without case.
+    EXPECT_EQ(Value(*target, "SELECT COUNT(*) FROM CartaDonantes WHERE Apellido1='álvarez' OR Nombre='ROSA'"), "2");
     const std::pair<QString, QString> cases[] = {
         {copy, "table [CartaDonantes] already exists"},
         {"SELECT [C].* INTO [C] FROM [" + missing + ";pwd=zq417tev].[C]", "No existe la base de datos «" + missing + "»."},
