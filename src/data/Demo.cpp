@@ -193,11 +193,11 @@ AddressDescription RandomAddress(Random &random, const Town *near = nullptr)
     }
     AddressDescription address;
     const bool capital = QByteArray(town->town) == "Madrid";
-    address.street = QStringLiteral("%1, %2, %3º %4")
-                         .arg(random.Pick(capital ? kMadridStreets : kStreets))
-                         .arg(1 + random.Below(180))
-                         .arg(1 + random.Below(9))
-                         .arg(QChar(QLatin1Char('A' + random.Below(4))));
+    const QString street = random.Pick(capital ? kMadridStreets : kStreets);
+    const QString number = QString::number(1 + random.Below(180));
+    const QString floor = QString::number(1 + random.Below(9));
+    const QString door = QString(QChar(QLatin1Char('A' + random.Below(4))));
+    address.street = QStringLiteral("%1, %2, %3º %4").arg(street, number, floor, door);
     address.town = QString::fromUtf8(town->town);
     address.postalCode = QString::fromLatin1(town->postalCode);
     if (address.postalCode.size() == 3)

@@ -37,9 +37,7 @@ int requiredDigit(const QString &id, int position)
     if (!isAsciiDigit(c)) {
         throw ConversionError(
             QStringLiteral("El identificador fiscal «%1» no es válido: el carácter %2 («%3») no es un dígito.")
-                .arg(id)
-                .arg(position)
-                .arg(c));
+                .arg(id, QString::number(position), QString(c)));
     }
     return c.unicode() - '0';
 }

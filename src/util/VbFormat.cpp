@@ -225,9 +225,9 @@ Int convertToInteger(double value, const char *typeName)
           && rounded <= double(std::numeric_limits<Int>::max()))) {
         throw OverflowError(
             QStringLiteral("Desbordamiento: el valor %1 no cabe en un %2 (de %3 a %4).")
-                .arg(QString::number(value, 'g', 15), QString::fromLatin1(typeName))
-                .arg(std::numeric_limits<Int>::min())
-                .arg(std::numeric_limits<Int>::max()));
+                .arg(QString::number(value, 'g', 15), QString::fromLatin1(typeName),
+                     QString::number(std::numeric_limits<Int>::min()),
+                     QString::number(std::numeric_limits<Int>::max())));
     }
     return Int(rounded);
 }

@@ -142,3 +142,24 @@ TEST(NifCifFuzzTest, RandomTextsNeverCrashAndKeepEachContract)
     EXPECT_GT(raised, 0);
     EXPECT_GT(lettered, 0);
 }
+
+// The identifier is the user's text: its own "%1", "%2" never take the place
+// of the message's position or character.
+TEST(NifCifMessages, AnIdentifierHoldingPlaceMarkersIsQuotedAsTyped)
+{
+    for (const QString &typed : {QString("S%2#bpos^"), QString("B1%1%2%3X"), QString("q%2%1aaaa")}) {
+        QString id = typed;
+        try {
+            ValidarNIFCIF(id);
+            ADD_FAILURE() << "no error for " << typed.toStdString();
+        } catch (const ConversionError &error) {
+            const QString normalised = typed.toUpper();
+            int position = 3; // the first of the digits a CIF must have at 3, 5 and 7
+            while (normalised.at(position - 1).isDigit())
+                position += 2;
+            EXPECT_EQ(QString::fromUtf8(error.what()), "El identificador fiscal «" + normalised
+                                                           + "» no es válido: el carácter " + QString::number(position)
+                                                           + " («" + normalised.at(position - 1) + "») no es un dígito.");
+        }
+    }
+}
