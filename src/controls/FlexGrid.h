@@ -6,6 +6,7 @@
 #include <QRect>
 #include <QString>
 #include <functional>
+#include <stdexcept>
 #include <vector>
 
 // Colour values as the original platform writes them: 0x00BBGGRR.
@@ -198,6 +199,7 @@ private:
     };
     friend class FlexGridSorter;
 
+    static std::out_of_range OutOfRange(const char *what, const QString &detail);
     void CheckCell(const char *what, int row, int col) const;
     const CellFormat *FormatAt(int row, int col) const;
     CellFormat &FormatFor(int row, int col);

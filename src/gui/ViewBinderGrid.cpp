@@ -122,7 +122,7 @@ void ViewBinder::BindGrid(FlexGrid &grid, QTableView &view)
     view.setStyleSheet(QStringLiteral("QTableView { gridline-color: #C8CDD3; }"
                                       " QHeaderView::section { background-color: %1; border: none;"
                                       " border-right: 1px solid #B8BEC6; border-bottom: 1px solid #B8BEC6;"
-                                      " padding: 2px 4px; font-weight: bold; }")
+                                      " padding: 1px 2px; font-weight: bold; }")
                            .arg(FlexGridStyle::HeaderBackground().name()));
 
     const auto showState = [this, &grid, &view] { ShowCommonState(grid, view); };

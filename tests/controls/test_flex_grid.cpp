@@ -9,6 +9,13 @@
 #include <iostream>
 #include <gtest/gtest.h>
 
+// Texts and cell values print as what they hold when a comparison fails.
+[[maybe_unused]] static void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
+[[maybe_unused]] static void PrintTo(const QVariant &value, std::ostream *out)
+{
+    *out << (value.isValid() ? value.typeName() + std::string(" ") + value.toString().toStdString() : std::string("(none)"));
+}
+
 namespace {
 
 class GridWindow : public Form
