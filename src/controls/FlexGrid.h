@@ -167,6 +167,8 @@ public:
     std::function<void()> Click;
     std::function<void()> EnterCell;
     std::function<void()> Scroll;
+    // The grid's view took the keyboard focus (the view fires it).
+    std::function<void()> GotFocus;
 
     // --- QAbstractTableModel --------------------------------------------------------
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;

@@ -17,31 +17,24 @@
 
 namespace {
 
-// Passes a click on the header (the grid's first row) to a function.
-class HeaderClicks : public QObject
+// Hands every event of one object to a function, which may not stop it.
+class EventHook : public QObject
 {
 public:
-    HeaderClicks(QHeaderView &header, std::function<void(int column)> clicked)
-        : QObject(&header), m_header(header), m_clicked(std::move(clicked))
+    EventHook(QObject &watched, std::function<void(QEvent *)> hook) : QObject(&watched), m_hook(std::move(hook))
     {
-        header.viewport()->installEventFilter(this);
+        watched.installEventFilter(this);
     }
 
 protected:
     bool eventFilter(QObject *, QEvent *event) override
     {
-        if (event->type() == QEvent::MouseButtonRelease) {
-            const auto *mouse = static_cast<QMouseEvent *>(event);
-            const int column = m_header.logicalIndexAt(mouse->position().toPoint());
-            if (mouse->button() == Qt::LeftButton && column >= 0)
-                m_clicked(column);
-        }
+        m_hook(event);
         return false;
     }
 
 private:
-    QHeaderView &m_header;
-    std::function<void(int)> m_clicked;
+    std::function<void(QEvent *)> m_hook;
 };
 
 int ToPixels(int twips)
@@ -137,9 +130,21 @@ void ViewBinder::BindGrid(FlexGrid &grid, QTableView &view)
         showLayout();
         showCurrent();
     });
-    for (auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved,
-                        &QAbstractItemModel::columnsInserted, &QAbstractItemModel::columnsRemoved})
+    // New or removed columns need their widths; rows only when the header
+    // row itself came or went.
+    for (auto signal : {&QAbstractItemModel::columnsInserted, &QAbstractItemModel::columnsRemoved})
         m_connections << connect(&grid, signal, this, showLayout);
+    m_connections << connect(&grid, &QAbstractItemModel::rowsInserted, this,
+                             [showLayout, &view](const QModelIndex &, int first, int last) {
+                                 if (first != 0)
+                                     return;
+                                 view.setRowHidden(last + 1, false); // the former header row
+                                 showLayout();
+                             });
+    m_connections << connect(&grid, &QAbstractItemModel::rowsRemoved, this, [showLayout](const QModelIndex &, int first) {
+        if (first == 0)
+            showLayout();
+    });
     m_connections << connect(&grid, &FlexGrid::CurrentCellChanged, this, showCurrent);
     // Painting off while the form fills the grid, as the original did.
     m_connections << connect(&grid, &FlexGrid::RedrawChanged, this, [&view](bool redraw) { view.setUpdatesEnabled(redraw); });
@@ -160,8 +165,19 @@ void ViewBinder::BindGrid(FlexGrid &grid, QTableView &view)
         if (index.isValid())
             Guard([&grid, index] { grid.UserClick(index.row(), index.column()); });
     });
-    m_helpers << new HeaderClicks(*view.horizontalHeader(), [this, &grid](int column) {
-        Guard([&grid, column] { grid.UserClick(0, column); });
+    // The header is the grid's first row: a click there is a click on it.
+    QHeaderView *header = view.horizontalHeader();
+    m_helpers << new EventHook(*header->viewport(), [this, &grid, header](QEvent *event) {
+        if (event->type() != QEvent::MouseButtonRelease)
+            return;
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        const int column = header->logicalIndexAt(mouse->position().toPoint());
+        if (mouse->button() == Qt::LeftButton && column >= 0)
+            Guard([&grid, column] { grid.UserClick(0, column); });
+    });
+    m_helpers << new EventHook(view, [this, &grid](QEvent *event) {
+        if (event->type() == QEvent::FocusIn && grid.GotFocus)
+            Guard([&grid] { grid.GotFocus(); });
     });
     m_connections << connect(view.verticalScrollBar(), &QScrollBar::valueChanged, &grid, [this, &grid, &view] {
         if (m_syncing)

@@ -13,6 +13,7 @@ public:
     {
         msgMod182.Click = [this] { calls << QString("Click %1,%2").arg(msgMod182.Row()).arg(msgMod182.Col()); };
         msgMod182.EnterCell = [this] { calls << QString("EnterCell %1,%2").arg(msgMod182.Row()).arg(msgMod182.Col()); };
+        msgMod182.GotFocus = [this] { calls << "GotFocus"; };
         msgMod182.SetRedraw(false);
         msgMod182.SetRows(1);
         msgMod182.SetCols(6);
@@ -131,6 +132,9 @@ TEST_F(GridView, AClickOnACellMakesItCurrentAndClicksOnce)
     QHeaderView &header = *view.horizontalHeader();
     ClickAt(header, QPoint(header.sectionViewportPosition(4) + header.sectionSize(4) / 2, header.height() / 2));
     EXPECT_EQ(rejilla->calls.mid(2), (QStringList{"EnterCell 0,4", "Click 0,4"}));
+    QFocusEvent focusIn(QEvent::FocusIn, Qt::MouseFocusReason);
+    QApplication::sendEvent(&view, &focusIn);
+    EXPECT_EQ(rejilla->calls.mid(4), QStringList{"GotFocus"});
 
     // The view follows the current cell and selection the form sets.
     Grid().SetRow(3);
