@@ -5,12 +5,12 @@
 #include <QBrush>
 #include <QFont>
 
-FlexGridStyle::FlexGridStyle(FlexGrid &grid, QObject *parent) : QIdentityProxyModel(parent), m_grid(grid)
+FlexGridStyle::FlexGridStyle(FlexGrid &grid, QObject *parent) : QIdentityProxyModel(parent), m_grid(&grid)
 {
     setSourceModel(&grid);
     // The header shows the first row: a change there is a header change.
     connect(&grid, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex &from, const QModelIndex &to) {
-        if (from.row() == 0 && m_grid.FixedRows() > 0)
+        if (from.row() == 0 && m_grid->FixedRows() > 0)
             Q_EMIT headerDataChanged(Qt::Horizontal, from.column(), to.column());
     });
 }
@@ -23,9 +23,9 @@ QColor FlexGridStyle::FromVbColor(int color)
 QVariant FlexGridStyle::data(const QModelIndex &index, int role) const
 {
     const QModelIndex cell = mapToSource(index);
-    if (!cell.isValid())
+    if (!cell.isValid() || !m_grid)
         return {};
-    const bool fixedRow = cell.row() < m_grid.FixedRows();
+    const bool fixedRow = cell.row() < m_grid->FixedRows();
     switch (role) {
     case Qt::FontRole: {
         const QVariant name = cell.data(FlexGrid::FontNameRole), size = cell.data(FlexGrid::FontSizeRole),
@@ -55,12 +55,14 @@ QVariant FlexGridStyle::data(const QModelIndex &index, int role) const
 
 QVariant FlexGridStyle::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || m_grid.FixedRows() == 0 || section < 0 || section >= m_grid.Cols()
-        || m_grid.Rows() == 0)
+    if (!m_grid)
+        return {};
+    if (orientation != Qt::Horizontal || m_grid->FixedRows() == 0 || section < 0 || section >= m_grid->Cols()
+        || m_grid->Rows() == 0)
         return QIdentityProxyModel::headerData(section, orientation, role);
     switch (role) {
     case Qt::DisplayRole:
-        return m_grid.TextMatrix(0, section);
+        return m_grid->TextMatrix(0, section);
     case Qt::FontRole: {
         QFont font;
         font.setBold(true);

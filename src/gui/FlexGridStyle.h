@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QIdentityProxyModel>
+#include <QPointer>
 
 class FlexGrid;
 
@@ -17,7 +18,6 @@ public:
 
     FlexGridStyle(FlexGrid &grid, QObject *parent);
 
-    FlexGrid &Grid() const { return m_grid; }
     QVariant data(const QModelIndex &index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
@@ -27,5 +27,6 @@ public:
     static QColor HeaderBackground() { return QColor(0xD9, 0xDD, 0xE3); }
 
 private:
-    FlexGrid &m_grid;
+    // The form may go before its window: then the view shows nothing.
+    QPointer<FlexGrid> m_grid;
 };

@@ -39,13 +39,14 @@ class QWidget;
 // event: ListBox - QListView, ComboBox - QComboBox, CommandButton -
 // QPushButton, CheckBox - QCheckBox, Label - QLabel, Frame - QGroupBox,
 // TextBox - QLineEdit, ProgressBar - QProgressBar, FlexGrid - QTableView.
-// The models are the
-// source of truth: texts, entries, the highlighted entry, enabled, visible,
-// tooltip and the host's mandatory mark all come from them.
+// The models are the source of truth: texts, entries, the highlighted
+// entry, enabled, visible, tooltip and the host's mandatory mark all come
+// from them.
 class ViewBinder : public QObject
 {
     Q_OBJECT
 public:
+    // The host's mandatory colour (see MandatoryStyle.h).
     static constexpr const char *kMandatoryColor = ::kMandatoryColor;
 
     // Binds every control of `form` to the widget of its name under `root`
