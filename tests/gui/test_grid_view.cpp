@@ -2,6 +2,7 @@
 #include "controls/FlexGrid.h"
 #include "gui/FlexGridStyle.h"
 #include "gui/ViewFactory.h"
+#include <QAbstractItemModelTester>
 
 namespace {
 // A window with one grid filled like the donor grid: hidden key, student,
@@ -187,4 +188,30 @@ TEST_F(GridView, WhilePaintingIsOffTheViewWaitsAndThenShowsEverything)
     QApplication::processEvents();
     EXPECT_GT(Grid().TopRow(), 250);
     EXPECT_EQ(std::tuple(Grid().RowIsVisible(1), Grid().RowIsVisible(303)), std::tuple(false, true));
+}
+
+// Qt's own checker on what the view reads: fonts, brushes and the header
+// row, while the form changes, sorts and refills the grid.
+TEST_F(GridView, QtsModelTesterFindsNothingWrongInWhatTheViewReads)
+{
+    static QStringList warnings;
+    warnings.clear();
+    const QtMessageHandler previous = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
+        if (type != QtDebugMsg && text.contains("FAIL"))
+            warnings << text;
+    });
+    {
+        QAbstractItemModelTester tester(View().model(), QAbstractItemModelTester::FailureReportingMode::Warning);
+        Grid().SetTextMatrix(0, 1, "Alumno/a");
+        Grid().SetCellFontBold(2, 2, true);
+        Grid().Sort(1, 2);
+        Grid().SetRedraw(false);
+        rejilla->AddDonor("1540 890", "BELTRÁN -, SARA", "BELTRÁN OTERO, LUZ", "", true, "45.00");
+        Grid().SetRedraw(true);
+        Grid().SetFixedRows(0);
+        Grid().SetCols(4);
+        Grid().Clear();
+    }
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(warnings, QStringList());
 }
