@@ -1,6 +1,7 @@
 #include "gui/ViewBinder.h"
 
 #include "controls/Controls.h"
+#include "controls/FlexGrid.h"
 #include "controls/Form.h"
 #include "controls/ListControls.h"
 
@@ -17,6 +18,7 @@
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <QStyledItemDelegate>
+#include <QTableView>
 
 namespace {
 
@@ -54,93 +56,46 @@ private:
     QString m_text;
 };
 
-struct Kind
-{
-    const QMetaObject *widget;
-    bool (*fits)(const ControlBase &);
-};
-
 template <typename T>
 bool Is(const ControlBase &control)
 {
     return dynamic_cast<const T *>(&control) != nullptr;
 }
 
-// Frame before Label: a frame is a label with a border.
-const QList<Kind> &Kinds()
+} // namespace
+
+template <typename Control, typename Widget, void (ViewBinder::*BindFunction)(Control &, Widget &)>
+ViewBinder::ControlKind ViewBinder::KindOf()
 {
-    static const QList<Kind> kinds{
-        {&QListView::staticMetaObject, &Is<ListBox>},
-        {&QComboBox::staticMetaObject, &Is<ComboBox>},
-        {&QPushButton::staticMetaObject, &Is<CommandButton>},
-        {&QCheckBox::staticMetaObject, &Is<CheckBox>},
-        {&QGroupBox::staticMetaObject, &Is<Frame>},
-        {&QLabel::staticMetaObject, &Is<Label>},
-        {&QLineEdit::staticMetaObject, &Is<TextBox>},
-        {&QProgressBar::staticMetaObject, &Is<ProgressBar>},
+    return {&Widget::staticMetaObject, &Is<Control>, [](ViewBinder &binder, ControlBase &control, QWidget &widget) {
+                (binder.*BindFunction)(dynamic_cast<Control &>(control), static_cast<Widget &>(widget));
+            }};
+}
+
+// Every kind of control a window can show. Frame before Label: a frame is
+// a label with a border.
+const QList<ViewBinder::ControlKind> &ViewBinder::Kinds()
+{
+    static const QList<ControlKind> kinds{
+        KindOf<ListBox, QListView, &ViewBinder::BindList>(),
+        KindOf<ComboBox, QComboBox, &ViewBinder::BindCombo>(),
+        KindOf<CommandButton, QPushButton, &ViewBinder::BindButton>(),
+        KindOf<CheckBox, QCheckBox, &ViewBinder::BindCheck>(),
+        KindOf<Frame, QGroupBox, &ViewBinder::BindFrame>(),
+        KindOf<Label, QLabel, &ViewBinder::BindLabel>(),
+        KindOf<TextBox, QLineEdit, &ViewBinder::BindText>(),
+        KindOf<ProgressBar, QProgressBar, &ViewBinder::BindProgress>(),
+        KindOf<FlexGrid, QTableView, &ViewBinder::BindGrid>(),
     };
     return kinds;
 }
 
-const QMetaObject *WidgetTypeFor(const ControlBase &control)
+const ViewBinder::ControlKind *ViewBinder::KindFor(const ControlBase &control)
 {
-    for (const Kind &kind : Kinds())
+    for (const ControlKind &kind : Kinds())
         if (kind.fits(control))
-            return kind.widget;
+            return &kind;
     return nullptr;
-}
-
-// The host's mandatory mark: a light yellow field. Lists and text boxes
-// get a soft border too; a drop-down list keeps its own frame and arrow
-// (a style sheet would replace them), so only its colours change.
-void ShowMandatory(QWidget &widget, bool mandatory)
-{
-    if (widget.property("mandatory").toBool() == mandatory)
-        return;
-    widget.setProperty("mandatory", mandatory);
-    const QColor color(QString::fromLatin1(ViewBinder::kMandatoryColor));
-    if (qobject_cast<QComboBox *>(&widget)) {
-        QPalette palette;
-        if (mandatory) {
-            palette = widget.palette();
-            palette.setColor(QPalette::Active, QPalette::Button, color);
-            palette.setColor(QPalette::Inactive, QPalette::Button, color);
-            palette.setColor(QPalette::Active, QPalette::Base, color);
-            palette.setColor(QPalette::Inactive, QPalette::Base, color);
-        }
-        widget.setPalette(palette);
-        return;
-    }
-    QString style;
-    if (!mandatory)
-        style = QString();
-    else if (qobject_cast<QListView *>(&widget))
-        style = QStringLiteral("QListView { background-color: %1; border: 1px solid #D6C98F; }").arg(color.name());
-    else if (qobject_cast<QLineEdit *>(&widget))
-        style = QStringLiteral("QLineEdit { background-color: %1; border: 1px solid #D6C98F; border-radius: 2px;"
-                               " padding: 1px 3px; }")
-                    .arg(color.name());
-    else
-        style = QStringLiteral("%1 { background-color: %2; }")
-                    .arg(QString::fromLatin1(widget.metaObject()->className()), color.name());
-    widget.setStyleSheet(style);
-}
-
-} // namespace
-
-void RunGuarded(Ui &ui, const std::function<void()> &handler)
-{
-    QString error;
-    try {
-        handler();
-        return;
-    } catch (const std::exception &e) {
-        error = QString::fromUtf8(e.what());
-    } catch (...) {
-        error = QStringLiteral("Se ha producido un error inesperado.");
-    }
-    ui.SetMousePointer(vbDefault);
-    ui.MsgBox(error, vbCritical);
 }
 
 ViewBinder::ViewBinder(Form &form, QWidget &root) : QObject(&root), m_ui(form.ui())
@@ -157,9 +112,9 @@ ViewBinder::ViewBinder(Form &form, QWidget &root) : QObject(&root), m_ui(form.ui
     }
     for (ControlBase *control : form.Controls()) {
         QWidget *widget = root.findChild<QWidget *>(control->Name());
-        const QMetaObject *type = WidgetTypeFor(*control);
-        if (widget && type && widget->metaObject()->inherits(type))
-            Bind(*control, *widget);
+        const ControlKind *kind = KindFor(*control);
+        if (widget && kind && widget->metaObject()->inherits(kind->widget))
+            kind->bind(*this, *control, *widget);
     }
 }
 
@@ -170,8 +125,8 @@ ViewBinder::~ViewBinder()
 
 QString ViewBinder::WidgetClassFor(const ControlBase &control)
 {
-    const QMetaObject *type = WidgetTypeFor(control);
-    return type ? QString::fromLatin1(type->className()) : QString();
+    const ControlKind *kind = KindFor(control);
+    return kind ? QString::fromLatin1(kind->widget->className()) : QString();
 }
 
 QStringList ViewBinder::Mismatches(const Form &form, const QWidget &root)
@@ -185,7 +140,7 @@ QStringList ViewBinder::Mismatches(const Form &form, const QWidget &root)
             mismatches << QStringLiteral("%1: no widget kind shows this control").arg(name);
         else if (!widget)
             mismatches << QStringLiteral("%1: no %2 of this name").arg(name, expected);
-        else if (!widget->metaObject()->inherits(WidgetTypeFor(*control)))
+        else if (!widget->metaObject()->inherits(KindFor(*control)->widget))
             mismatches << QStringLiteral("%1: a %2 is needed, the window has a %3")
                               .arg(name, expected, QString::fromLatin1(widget->metaObject()->className()));
     }
@@ -200,7 +155,7 @@ QStringList ViewBinder::UnboundWidgets(const Form &form, const QWidget &root)
         if (name.isEmpty() || name.startsWith(QStringLiteral("qt_")) || widget->window() != &root)
             continue;
         bool bindable = false;
-        for (const Kind &kind : Kinds())
+        for (const ControlKind &kind : Kinds())
             bindable = bindable || widget->metaObject()->inherits(kind.widget);
         if (bindable && !form.FindControl(name))
             unbound << name;
@@ -216,31 +171,18 @@ void ViewBinder::Unbind()
     for (auto it = m_textBoxes.constBegin(); it != m_textBoxes.constEnd(); ++it)
         it.key()->removeEventFilter(this);
     m_textBoxes.clear();
+    for (const QPointer<FlexGrid> &grid : std::as_const(m_grids))
+        if (grid)
+            grid->SetGeometryProvider({});
+    m_grids.clear();
+    for (const QPointer<QObject> &helper : std::as_const(m_helpers))
+        delete helper.data();
+    m_helpers.clear();
 }
 
 void ViewBinder::Guard(const std::function<void()> &handler)
 {
     RunGuarded(m_ui, handler);
-}
-
-void ViewBinder::Bind(ControlBase &control, QWidget &widget)
-{
-    if (auto *list = dynamic_cast<ListBox *>(&control))
-        BindList(*list, static_cast<QListView &>(widget));
-    else if (auto *combo = dynamic_cast<ComboBox *>(&control))
-        BindCombo(*combo, static_cast<QComboBox &>(widget));
-    else if (auto *button = dynamic_cast<CommandButton *>(&control))
-        BindButton(*button, static_cast<QPushButton &>(widget));
-    else if (auto *check = dynamic_cast<CheckBox *>(&control))
-        BindCheck(*check, static_cast<QCheckBox &>(widget));
-    else if (auto *frame = dynamic_cast<Frame *>(&control))
-        BindFrame(*frame, static_cast<QGroupBox &>(widget));
-    else if (auto *label = dynamic_cast<Label *>(&control))
-        BindLabel(*label, static_cast<QLabel &>(widget));
-    else if (auto *text = dynamic_cast<TextBox *>(&control))
-        BindText(*text, static_cast<QLineEdit &>(widget));
-    else if (auto *bar = dynamic_cast<ProgressBar *>(&control))
-        BindProgress(*bar, static_cast<QProgressBar &>(widget));
 }
 
 void ViewBinder::ShowCommonState(const ControlBase &control, QWidget &widget)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/Controls.h"
+#include "controls/FlexGrid.h"
 #include "controls/Form.h"
 
 class frmSelCursos;
@@ -13,6 +14,7 @@ class frmActividadAlumno : public Form
 public:
     frmActividadAlumno(WizardRun &run, frmSelCursos &cursos);
 
+    FlexGrid msgMod182{this, QStringLiteral("msgMod182")};
     Label lblTotal{this, QStringLiteral("lblTotal")};
     CommandButton cmdAnterior{this, QStringLiteral("cmdAnterior"), QStringLiteral("<- Anterior")};
     CommandButton cmdCancelar{this, QStringLiteral("cmdCancelar"), QStringLiteral("Salir")};

@@ -162,4 +162,10 @@ TEST(WindowFiles, EveryWizardWindowFitsItsFormAndAMisfitIsNamed)
     EXPECT_EQ(ViewBinder::Mismatches(cursos, window), (QStringList{"lstDisponibles: a QListView is needed, the window has a QLabel",
                                                                  "cmdCargar: no QPushButton of this name"}));
     EXPECT_EQ(ViewBinder::UnboundWidgets(cursos, window), QStringList{"lstOtra"});
+    QDialog donors; // the donor grid needs a table
+    ViewFactory::Build("frmActividadAlumno", donors);
+    donors.findChild<QTableView *>("msgMod182")->setObjectName("msgOtra");
+    (new QListView(&donors))->setObjectName("msgMod182");
+    EXPECT_EQ(ViewBinder::Mismatches(alumnos, donors), QStringList{"msgMod182: a QTableView is needed, the window has a QListView"});
+    EXPECT_EQ(ViewBinder::UnboundWidgets(alumnos, donors), QStringList{"msgOtra"});
 }
