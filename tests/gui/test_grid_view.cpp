@@ -53,7 +53,7 @@ protected:
     void SetUp() override
     {
         GuiTest::SetUp();
-        ViewFactory::Register("frmRejilla", [](QDialog &view) {
+        qtUi.Views().Register("frmRejilla", [](QDialog &view) {
             auto *layout = new QVBoxLayout(&view);
             auto *table = new QTableView;
             table->setObjectName("msgMod182");
