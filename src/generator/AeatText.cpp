@@ -33,12 +33,20 @@ QChar BaseLetter(QChar c)
 
 QString AlphanumericText(const QString &text)
 {
-    const QString upper = text.toUpper();
     QString result;
-    result.reserve(upper.size());
-    for (QChar c : upper) {
-        const QChar base = BaseLetter(c);
-        result.append(IsAllowed(base) ? base : QChar(u' '));
+    result.reserve(text.size());
+    for (QChar c : text) {
+        if (c.unicode() < 0x80) {
+            // Plain ASCII, most of every name: no table look-ups.
+            const QChar upper = (c >= u'a' && c <= u'z') ? QChar(c.unicode() - 32) : c;
+            result.append(IsAllowed(upper) ? upper : QChar(u' '));
+            continue;
+        }
+        const QString upper = QString(c).toUpper();   // "ß" becomes "SS"
+        for (QChar u : upper) {
+            const QChar base = BaseLetter(u);
+            result.append(IsAllowed(base) ? base : QChar(u' '));
+        }
     }
     return result.trimmed();
 }
@@ -80,13 +88,16 @@ QString NifField(const QString &nif, int width)
 
 QString PersonName(const QString &surname1, const QString &surname2, const QString &name)
 {
-    QStringList parts;
-    for (const QString &part : {surname1, surname2, name}) {
-        const QString trimmed = part.trimmed();
-        if (!trimmed.isEmpty() && trimmed != QLatin1String("-"))
-            parts << trimmed;
+    QString joined;
+    for (const QString *part : {&surname1, &surname2, &name}) {
+        const QString trimmed = part->trimmed();
+        if (trimmed.isEmpty() || trimmed == QLatin1String("-"))
+            continue;
+        if (!joined.isEmpty())
+            joined += QLatin1Char(' ');
+        joined += trimmed;
     }
-    return parts.join(QLatin1Char(' '));
+    return joined;
 }
 
 Record::Record()

@@ -3,7 +3,10 @@
 #include "data/Connection.h"
 #include "data/DatabaseError.h"
 
+#include <QSqlDriver>
 #include <QSqlError>
+
+#include <sqlite3.h>
 
 namespace {
 
@@ -19,6 +22,23 @@ const char kDonorColumns[] =
 // The identifier as the file writes it; the same text for every way the
 // wizard may have stored one donor's identifier.
 const char kDonorKey[] = "substr('000000000' || upper(trim(replace(nif, '-', ''))), -9)";
+
+sqlite3 *SQLiteHandle(Connection &connection)
+{
+    const QSqlDatabase db = connection.Database();
+    if (!db.isValid() || !db.driver())
+        return nullptr;
+    const QVariant handle = db.driver()->handle();
+    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0)
+        return nullptr;
+    return *static_cast<sqlite3 *const *>(handle.constData());
+}
+
+QString Column(sqlite3_stmt *statement, int column)
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
+    return text ? QString::fromUtf8(text, sqlite3_column_bytes(statement, column)) : QString();
+}
 
 } // namespace
 
@@ -49,23 +69,62 @@ qint64 CountDonorRows(Connection &connection, qint64 declarantId)
 }
 
 DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order order)
-    : m_query(connection.Database())
 {
-    QString sql = QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
-                  + QStringLiteral(" FROM Donantes WHERE codDeclarante = ") + QString::number(declarantId);
+    m_sql = QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
+            + QStringLiteral(" FROM Donantes WHERE codDeclarante = ") + QString::number(declarantId);
     if (order == Order::ByDonor)
-        sql += QStringLiteral(" ORDER BY ") + QLatin1String(kDonorKey);
-    // Forward only: the driver then keeps one row at a time.
+        m_sql += QStringLiteral(" ORDER BY ") + QLatin1String(kDonorKey);
+    if (sqlite3 *handle = SQLiteHandle(connection)) {
+        const QByteArray sql = m_sql.toUtf8();
+        if (sqlite3_prepare_v2(handle, sql.constData(), int(sql.size()), &m_statement, nullptr) != SQLITE_OK) {
+            const QString message = QString::fromUtf8(sqlite3_errmsg(handle));
+            sqlite3_finalize(m_statement);
+            m_statement = nullptr;
+            throw DatabaseError(message, m_sql);
+        }
+        return;
+    }
+    m_query = QSqlQuery(connection.Database());
     m_query.setForwardOnly(true);
-    if (!m_query.exec(sql))
-        throw DatabaseError(m_query.lastError().text(), sql);
+    if (!m_query.exec(m_sql))
+        throw DatabaseError(m_query.lastError().text(), m_sql);
+}
+
+DonorRowStream::~DonorRowStream()
+{
+    sqlite3_finalize(m_statement);
 }
 
 bool DonorRowStream::Next(DonorRow &row)
 {
+    if (!m_statement)
+        return NextFromQuery(row);
+    const int step = sqlite3_step(m_statement);
+    if (step == SQLITE_DONE)
+        return false;
+    if (step != SQLITE_ROW)
+        throw DatabaseError(QString::fromUtf8(sqlite3_errmsg(sqlite3_db_handle(m_statement))), m_sql);
+    row.nombre = Column(m_statement, 0);
+    row.apellido1 = Column(m_statement, 1);
+    row.apellido2 = Column(m_statement, 2);
+    row.nif = Column(m_statement, 3);
+    row.nifRepresentante = Column(m_statement, 4);
+    row.codigoProvincia = Column(m_statement, 5);
+    row.clave = Column(m_statement, 6);
+    row.deduccion = Column(m_statement, 7);
+    row.importe = Column(m_statement, 8);
+    row.donativoEnEspecie = Column(m_statement, 9);
+    row.comunidadAut = Column(m_statement, 10);
+    row.deduccionCAut = Column(m_statement, 11);
+    row.tipoPersona = Column(m_statement, 12);
+    return true;
+}
+
+bool DonorRowStream::NextFromQuery(DonorRow &row)
+{
     if (!m_query.next()) {
         if (m_query.lastError().isValid())
-            throw DatabaseError(m_query.lastError().text(), m_query.lastQuery());
+            throw DatabaseError(m_query.lastError().text(), m_sql);
         return false;
     }
     row.nombre = Text(m_query.value(0));

@@ -54,8 +54,49 @@ QString ValidIdentifier(const QString &text)
     }
 }
 
+// The amount exactly as the wizard formats it in `locale`, "#,###,##0.00"
+// (es_ES "1.234,50"), read in whole cents without any floating point.
+bool FormattedCents(QStringView text, const QLocale &locale, qint64 &cents)
+{
+    const QString group = locale.groupSeparator();
+    const QString decimal = locale.decimalPoint();
+    if (group.size() != 1 || decimal.size() != 1 || text.size() < 4)
+        return false;
+    const qsizetype point = text.size() - 3;
+    if (text.at(point) != decimal.at(0))
+        return false;
+    qsizetype start = text.startsWith(u'-') ? 1 : 0;
+    qint64 value = 0;
+    int digitsInGroup = 0;
+    bool grouped = false;
+    for (qsizetype i = start; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (i == point)
+            continue;
+        if (c == group.at(0) && i < point) {
+            // A group follows one to three digits, then exactly three.
+            if (digitsInGroup == 0 || digitsInGroup > 3 || (grouped && digitsInGroup != 3))
+                return false;
+            grouped = true;
+            digitsInGroup = 0;
+            continue;
+        }
+        if (c < u'0' || c > u'9' || value > 99'999'999'999'999LL)
+            return false;
+        value = value * 10 + (c.unicode() - u'0');
+        if (i < point)
+            ++digitsInGroup;
+    }
+    if (digitsInGroup == 0 || (grouped && digitsInGroup != 3))
+        return false;
+    cents = start ? -value : value;
+    return true;
+}
+
 bool AmountInCents(const QString &text, const QLocale &locale, qint64 &cents)
 {
+    if (FormattedCents(text, locale, cents))
+        return true;
     if (!IsNumeric(text, locale))
         return false;
     const double value = ToDouble(text, locale);
@@ -69,17 +110,20 @@ bool AmountInCents(const QString &text, const QLocale &locale, qint64 &cents)
 bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation, QStringList *problems)
 {
     const QString shownName = Aeat::PersonName(row.apellido1, row.apellido2, row.nombre);
-    const QString donor = QStringLiteral(" del donante ")
-                          + (shownName.isEmpty() ? QStringLiteral("sin nombre") : shownName);
     const QString nifText = row.nif.trimmed();
+    // The donor as messages name them; built only when one is needed.
+    QString donor;
     bool ok = true;
     auto refuse = [&](const QString &line) {
         ok = false;
         if (problems)
             problems->append(line);
     };
-
-    donation.nombre = Aeat::AlphanumericField(shownName, 40);
+    if (problems) {
+        donor = QStringLiteral(" del donante ") + (shownName.isEmpty() ? QStringLiteral("sin nombre") : shownName);
+    } else {
+        donation.nombre = Aeat::AlphanumericField(shownName, 40);
+    }
 
     const QString nif = ValidIdentifier(nifText);
     if (nifText.isEmpty()) {

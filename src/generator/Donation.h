@@ -35,8 +35,9 @@ struct Donation
 constexpr qint64 kMaxRecordCents = 9'999'999'999'999LL;
 
 // Reads a row. When it cannot go into the file, returns false and appends
-// one Spanish line per problem to `problems` (when given), each naming the
-// donor and saying what to do.
+// one Spanish line per problem to `problems`, each naming the donor and
+// saying what to do. Without `problems` (the rows were checked before) the
+// name field is filled too; with it, it is left alone.
 bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation, QStringList *problems);
 
 // A valid NIF, NIE or CIF in its normalised form (upper case, no "-"), or

@@ -2,6 +2,7 @@
 #include "GeneratorTest.h"
 
 #include "generator/AeatText.h"
+#include "generator/Donation.h"
 
 TEST(AeatFields, AlphanumericFieldsAreUpperCasePlainAndPadded)
 {
@@ -52,4 +53,31 @@ TEST(AeatFields, ARecordRefusesAFieldOutOfPlace)
     EXPECT_EQ(record.Encoded().right(4), "AB\r\n");
     EXPECT_THROW(record.Put(250, 2, "AB"), std::logic_error);
     EXPECT_THROW(record.Put(1, 3, "AB"), std::logic_error);
+}
+
+TEST(AeatFields, AmountsAreReadInWholeCentsInEitherConvention)
+{
+    const QLocale es(QLocale::Spanish, QLocale::Spain);
+    const QLocale us(QLocale::English, QLocale::UnitedStates);
+    struct Case { const char *text; QLocale locale; bool ok; qint64 cents; };
+    const QList<Case> cases = {
+        {"1.234,50", es, true, 123450},
+        {"1,234.50", us, true, 123450},
+        {"1,234.50", es, true, 123450},   // the other convention still reads
+        {"1.234,50", us, true, 123450},
+        {"12.345.678.901,23", es, true, 1234567890123},
+        {"0,07", es, true, 7},
+        {"12,5", es, true, 1250},
+        {" 7,00 ", es, true, 700},
+        {"-3,25", es, true, -325},
+        {"12,x5", es, false, 0},
+        {"", es, false, 0},
+        {"1.234,50 €", es, false, 0},
+    };
+    for (const Case &c : cases) {
+        qint64 cents = 0;
+        EXPECT_EQ(AmountInCents(QString::fromUtf8(c.text), c.locale, cents), c.ok) << c.text;
+        if (c.ok)
+            EXPECT_EQ(cents, c.cents) << c.text;
+    }
 }

@@ -1,9 +1,11 @@
 // Times the declaration generator on a large declaration:
 //   bench_modelo182 create DIR ROWS   builds DIR/Modelo182.mdb with ROWS donor rows
 //   bench_modelo182 generate DIR      writes DIR/Modelo182_<year>.txt and prints the time
+//   bench_modelo182 validate DIR      only the validation, timed
 // Run the second under /usr/bin/time -v for the peak memory.
 #include "DeclarationTables.h"
 #include "data/Connection.h"
+#include "generator/Modelo182Validation.h"
 #include "generator/Modelo182Writer.h"
 
 #include <QCoreApplication>
@@ -40,6 +42,12 @@ int main(int argc, char **argv)
     Modelo182Options options;
     options.locale = spanish;
     options.reportsFolder = dir;
+    if (args[1] == "validate") {
+        const Modelo182Validation validation = ValidarModelo182(connection, options);
+        out << validation.filasDonantes << " rows, " << validation.problemas.size() << " problems, validated in "
+            << timer.elapsed() << " ms\n";
+        return validation.Correcta() ? 0 : 1;
+    }
     NoProgress progress;
     const Modelo182Result result = EscribirModelo182(connection, options, progress);
     out << result.Resumen(spanish) << "\n" << "generated in " << timer.elapsed() << " ms\n";
