@@ -26,6 +26,14 @@ bool IsYear(const QString &text, int &year)
     return ok && text.size() == 4 && year >= 1900;
 }
 
+// "1 fila de donantes lleva", "3 filas de donantes llevan".
+QString Rows(qint64 count, const QString &singularVerb, const QString &pluralVerb)
+{
+    return QString::number(count)
+           + (count == 1 ? QStringLiteral(" fila de donantes") + singularVerb
+                         : QStringLiteral(" filas de donantes") + pluralVerb);
+}
+
 void CheckDeclarant(const DeclarantRow &row, const Modelo182Options &options, Modelo182Validation &result)
 {
     DeclarantHeader &header = result.cabecera;
@@ -135,14 +143,13 @@ Modelo182Validation ValidarModelo182(Connection &connection, const Modelo182Opti
     if (result.filasDonantes == 0)
         result.avisos << QStringLiteral("La declaración no tiene ningún donante.");
     if (withoutProvince > 0) {
-        result.avisos << QString::number(withoutProvince)
-                             + QStringLiteral(" filas de donantes llevan el código de provincia 00, que la AEAT no "
-                                              "admite: revise la provincia del domicilio de esos pagadores.");
+        result.avisos << Rows(withoutProvince, QStringLiteral(" lleva"), QStringLiteral(" llevan"))
+                             + QStringLiteral(" el código de provincia 00, que la AEAT no admite: revise la provincia "
+                                              "del domicilio de esos pagadores.");
     }
     if (withoutDeduction > 0) {
-        result.avisos << QString::number(withoutDeduction)
-                             + QStringLiteral(" filas de donantes no tienen porcentaje de deducción: revise la "
-                                              "deducción de sus actividades.");
+        result.avisos << Rows(withoutDeduction, QStringLiteral(" no tiene"), QStringLiteral(" no tienen"))
+                             + QStringLiteral(" porcentaje de deducción: revise la deducción de sus actividades.");
     }
     return result;
 }

@@ -2,6 +2,7 @@
 // previous file left as it was.
 #include "GeneratorTest.h"
 
+#include "data/DatabaseError.h"
 #include "generator/Modelo182Validation.h"
 
 #include <QDir>
@@ -132,4 +133,55 @@ TEST_F(GeneratorTest, AFolderThatCannotBeCreatedEndsWithAMessageAndNoHistory)
                                 + "»: compruebe la ruta de la carpeta de informes.");
     EXPECT_TRUE(db->Execute("SELECT name FROM sqlite_master WHERE name = 'HistorialDonantes'").Eof());
     EXPECT_FALSE(db->InTransaction());
+}
+
+TEST_F(GeneratorTest, AFailureHalfWayLeavesThePreviousFileAndTheHistoryAsTheyWere)
+{
+    InsertDeclarant(*db, DeclarantValues());
+    InsertDonor(*db, Donor("11111111H", "10,00"));
+    InsertDonor(*db, Donor("22222222J", "20,00"));
+    ASSERT_TRUE(Generate().generado);
+    const QByteArray previous = ReadAll(FilePath());
+    db->Execute("UPDATE Donantes SET importe = '99,00'");
+    // The second donor's history row fails, after the first donor's record
+    // has gone into the new file.
+    db->Execute("CREATE TRIGGER HistorialFalla BEFORE INSERT ON HistorialDonantes WHEN NEW.nif = '22222222J' "
+                "BEGIN SELECT RAISE(ABORT, 'disco lleno'); END");
+
+    EXPECT_THROW(Generate(), DatabaseError);
+
+    EXPECT_EQ(ReadAll(FilePath()), previous);
+    EXPECT_EQ(QDir(Path("Informes")).entryList(QDir::Files | QDir::Hidden), QStringList{"Modelo182_2024.txt"});
+    EXPECT_FALSE(db->InTransaction());
+    QStringList history;
+    for (Recordset rs = db->Execute("SELECT nif, importe FROM HistorialDonantes ORDER BY nif"); !rs.Eof(); rs.MoveNext())
+        history << rs.Fields(0).toString() + " " + rs.Fields(1).toString();
+    EXPECT_EQ(history, QStringList({"11111111H 1000", "22222222J 2000"}));
+}
+
+TEST_F(GeneratorTest, WarnsAboutWhatTheAgencyWouldQuestionButStillWrites)
+{
+    DeclarantValues declarant;
+    declarant.ejercicio = QStringLiteral("2023");
+    InsertDeclarant(*db, declarant);
+    DonorValues noProvince = Donor("11111111H", "10,00");
+    noProvince.codigoprovincia = QStringLiteral("00");
+    noProvince.comunidadAut = QStringLiteral("00");
+    noProvince.deduccionCAut = QStringLiteral("00000");
+    InsertDonor(*db, noProvince);
+    InsertDonor(*db, noProvince);
+    DonorValues noDeduction = Donor("22222222J", "10,00");
+    noDeduction.deduccion = QStringLiteral("00000");
+    InsertDonor(*db, noDeduction);
+
+    const Modelo182Result result = Generate();
+
+    EXPECT_TRUE(result.generado);
+    EXPECT_EQ(result.avisos,
+              QStringList({"La declaración es del ejercicio 2023 y no del 2024: compruebe que es el que quiere presentar.",
+                           "2 filas de donantes llevan el código de provincia 00, que la AEAT no admite: revise la "
+                           "provincia del domicilio de esos pagadores.",
+                           "1 fila de donantes no tiene porcentaje de deducción: revise la deducción de sus "
+                           "actividades."}));
+    EXPECT_TRUE(QFile::exists(FilePath("2023")));
 }
