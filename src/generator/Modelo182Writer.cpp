@@ -135,6 +135,42 @@ Totals WriteDonors(Connection &connection, const Modelo182Validation &validation
     return totals;
 }
 
+// Validates, then writes; inside the transaction the caller of
+// EscribirModelo182 opened or found, so both passes see the same rows.
+void ValidateAndWrite(Connection &connection, const Modelo182Options &options, ProgressSink &progress,
+                      Modelo182Result &result)
+{
+    const Modelo182Validation validation = ValidarModelo182(connection, options);
+    result.rechazos = validation.problemas;
+    result.avisos = validation.avisos;
+    if (validation.declarante) {
+        result.ejercicio = validation.declarante->ejercicio.trimmed();
+        result.declarante = Aeat::AlphanumericText(validation.declarante->nombre).left(40).trimmed();
+        result.nifDeclarante = validation.cabecera.nif;
+    }
+    if (!validation.Correcta())
+        return;
+
+    progress.SetMax(int(qMin<qint64>(validation.filasDonantes, std::numeric_limits<int>::max())));
+    progress.SetValue(0);
+    const QString path = Modelo182FilePath(options, result.ejercicio);
+    EnsureDonorHistoryTable(connection);
+    FileOut out(path);
+    // The type-1 record carries the count and total of the records below
+    // it: a placeholder now, the record once they are known.
+    DeclarantHeader header = validation.cabecera;
+    out.Write(DeclarantRecord(header));
+    const Totals totals = WriteDonors(connection, validation, options, out, progress);
+    header.registros = totals.records;
+    header.totalCentimos = totals.cents;
+    out.WriteAt0(DeclarantRecord(header));
+    out.Commit();
+    result.registrosDonantes = totals.records;
+    result.totalCentimos = totals.cents;
+    result.fichero = QFileInfo(path).absoluteFilePath();
+    result.generado = true;
+}
+
 } // namespace
 
 QString Modelo182FilePath(const Modelo182Options &options, const QString &ejercicio)
@@ -149,50 +185,26 @@ Modelo182Result EscribirModelo182(Connection &connection, const Modelo182Options
                                   ProgressSink &progress)
 {
     Modelo182Result result;
-    const Modelo182Validation validation = ValidarModelo182(connection, options);
-    result.rechazos = validation.problemas;
-    result.avisos = validation.avisos;
-    if (validation.declarante) {
-        result.ejercicio = validation.declarante->ejercicio.trimmed();
-        result.declarante = Aeat::AlphanumericText(validation.declarante->nombre).left(40).trimmed();
-        result.nifDeclarante = validation.cabecera.nif;
-    }
-    if (!validation.Correcta())
-        return result;
-
-    progress.SetMax(int(qMin<qint64>(validation.filasDonantes, std::numeric_limits<int>::max())));
-    progress.SetValue(0);
-    const QString path = Modelo182FilePath(options, result.ejercicio);
     const bool ownTransaction = !connection.InTransaction();
     if (ownTransaction)
         connection.BeginTrans();
     try {
-        EnsureDonorHistoryTable(connection);
-        FileOut out(path);
-        // The type-1 record carries the count and total of the records
-        // below it: a placeholder now, the record once they are known.
-        DeclarantHeader header = validation.cabecera;
-        out.Write(DeclarantRecord(header));
-        const Totals totals = WriteDonors(connection, validation, options, out, progress);
-        header.registros = totals.records;
-        header.totalCentimos = totals.cents;
-        out.WriteAt0(DeclarantRecord(header));
-        out.Commit();
-        if (ownTransaction)
-            connection.CommitTrans();
-        result.registrosDonantes = totals.records;
-        result.totalCentimos = totals.cents;
+        ValidateAndWrite(connection, options, progress, result);
     } catch (const WriteError &error) {
-        if (ownTransaction && connection.InTransaction())
-            connection.RollbackTrans();
         result.error = error.Message();
-        return result;
+        result.generado = false;
+        result.fichero.clear();
     } catch (...) {
         if (ownTransaction && connection.InTransaction())
             connection.RollbackTrans();
         throw;
     }
-    result.generado = true;
-    result.fichero = QFileInfo(path).absoluteFilePath();
+    if (ownTransaction) {
+        // Nothing of a refused or failed run is kept.
+        if (result.generado)
+            connection.CommitTrans();
+        else
+            connection.RollbackTrans();
+    }
     return result;
 }

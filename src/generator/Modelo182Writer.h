@@ -16,8 +16,10 @@ class Connection;
 //    the options name one) is written to a temporary file beside it and
 //    renamed into place, so a failed run leaves the previous file whole;
 //  - each donor's total for the year replaces the year's entry in
-//    `HistorialDonantes` (created when missing), in the same transaction
-//    as the run (or in the caller's, when one is open).
+//    `HistorialDonantes` (created when missing).
+// Both passes run in one transaction (the caller's, when one is open), so
+// they read the same rows; a refused or failed run rolls its own
+// transaction back.
 // A file that cannot be written gives `error`; a database failure throws
 // DatabaseError. The one path for the donor window and the command line.
 Modelo182Result EscribirModelo182(Connection &connection, const Modelo182Options &options,
