@@ -109,55 +109,54 @@ bool AmountInCents(const QString &text, const QLocale &locale, qint64 &cents)
 
 bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation, QStringList *problems)
 {
-    const QString shownName = Aeat::PersonName(row.apellido1, row.apellido2, row.nombre);
     const QString nifText = row.nif.trimmed();
-    // The donor as messages name them; built only when one is needed.
-    QString donor;
+    // The donor as messages name them; built only for a message.
+    auto donor = [&row] {
+        const QString name = Aeat::PersonName(row.apellido1, row.apellido2, row.nombre);
+        return QStringLiteral(" del donante ") + (name.isEmpty() ? QStringLiteral("sin nombre") : name);
+    };
     bool ok = true;
     auto refuse = [&](const QString &line) {
         ok = false;
         if (problems)
             problems->append(line);
     };
-    if (problems) {
-        donor = QStringLiteral(" del donante ") + (shownName.isEmpty() ? QStringLiteral("sin nombre") : shownName);
-    } else {
-        donation.nombre = Aeat::AlphanumericField(shownName, 40);
-    }
+    if (!problems)
+        donation.nombre = Aeat::AlphanumericField(Aeat::PersonName(row.apellido1, row.apellido2, row.nombre), 40);
 
     const QString nif = ValidIdentifier(nifText);
     if (nifText.isEmpty()) {
-        refuse(QStringLiteral("Falta el NIF") + donor
+        refuse(QStringLiteral("Falta el NIF") + donor()
                + QStringLiteral(": escríbalo en la columna DNI del asistente") + kRetry);
     } else if (nif.isEmpty()) {
-        refuse(QStringLiteral("El NIF «") + nifText + QStringLiteral("»") + donor
+        refuse(QStringLiteral("El NIF «") + nifText + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: corríjalo en la columna DNI del asistente") + kRetry);
     }
     donation.nif = Aeat::NifField(nif);
 
     const QString representative = row.nifRepresentante.trimmed();
-    const QString representativeNif = ValidIdentifier(representative);
+    const QString representativeNif = representative.isEmpty() ? QString() : ValidIdentifier(representative);
     if (!representative.isEmpty() && representativeNif.isEmpty()) {
-        refuse(QStringLiteral("El NIF del representante «") + representative + QStringLiteral("»") + donor
+        refuse(QStringLiteral("El NIF del representante «") + representative + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: corríjalo") + kRetry);
     }
     donation.nifRepresentante = Aeat::NifField(representativeNif);
 
     if (!AmountInCents(row.importe, locale, donation.centimos)) {
-        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor
+        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
                + QStringLiteral(" no es un número: corríjalo en la rejilla de donantes") + kRetry);
     } else if (donation.centimos < 0) {
-        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor
+        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
                + QStringLiteral(" es negativo: corríjalo en la rejilla de donantes") + kRetry);
     } else if (donation.centimos > kMaxRecordCents) {
-        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor
+        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
                + QStringLiteral(" es demasiado grande para el modelo 182: corríjalo en la rejilla de donantes")
                + kRetry);
     }
 
     if (!SmallNumber(row.codigoProvincia, 2, donation.provincia)
         || (donation.provincia > 52 && donation.provincia != 99)) {
-        refuse(QStringLiteral("El código de provincia «") + row.codigoProvincia + QStringLiteral("»") + donor
+        refuse(QStringLiteral("El código de provincia «") + row.codigoProvincia + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: revise la provincia de su domicilio") + kRetry);
     }
 
@@ -167,23 +166,23 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
     } else if (key.size() == 1 && key.at(0) >= u'A' && key.at(0) <= u'G') {
         donation.clave = key.at(0);
     } else {
-        refuse(QStringLiteral("La clave «") + row.clave + QStringLiteral("»") + donor
+        refuse(QStringLiteral("La clave «") + row.clave + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válida: debe ser una letra de la A a la G; corríjala") + kRetry);
     }
 
     if (!SmallNumber(row.deduccion, 5, donation.deduccion) || donation.deduccion > 10000) {
-        refuse(QStringLiteral("El porcentaje de deducción «") + row.deduccion + QStringLiteral("»") + donor
+        refuse(QStringLiteral("El porcentaje de deducción «") + row.deduccion + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: revise la deducción de sus actividades") + kRetry);
     }
 
     if (!SmallNumber(row.comunidadAut, 2, donation.comunidad) || !IsCommunityCode(donation.comunidad)) {
         refuse(QStringLiteral("El código de comunidad autónoma «") + row.comunidadAut + QStringLiteral("»")
-               + donor + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma")
+               + donor() + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma")
                + kRetry);
     }
     if (!SmallNumber(row.deduccionCAut, 5, donation.deduccionComunidad) || donation.deduccionComunidad > 10000) {
         refuse(QStringLiteral("El porcentaje de deducción autonómica «") + row.deduccionCAut
-               + QStringLiteral("»") + donor
+               + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma") + kRetry);
     }
     // Without a community there is no regional percentage.
@@ -196,7 +195,7 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
     } else if (nature == QLatin1String("F") || nature == QLatin1String("J") || nature == QLatin1String("E")) {
         donation.naturaleza = nature.at(0);
     } else {
-        refuse(QStringLiteral("El tipo de persona «") + row.tipoPersona + QStringLiteral("»") + donor
+        refuse(QStringLiteral("El tipo de persona «") + row.tipoPersona + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: debe ser F, J o E; corríjalo") + kRetry);
     }
 

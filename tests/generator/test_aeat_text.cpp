@@ -77,7 +77,8 @@ TEST(AeatFields, AmountsAreReadInWholeCentsInEitherConvention)
     for (const Case &c : cases) {
         qint64 cents = 0;
         EXPECT_EQ(AmountInCents(QString::fromUtf8(c.text), c.locale, cents), c.ok) << c.text;
-        if (c.ok)
+        if (c.ok) {
             EXPECT_EQ(cents, c.cents) << c.text;
+        }
     }
 }
