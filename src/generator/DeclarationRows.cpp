@@ -19,9 +19,11 @@ const char kDonorColumns[] =
     "nombre, apellido1, apellido2, nif, nifrepresentante, codigoprovincia, clave, deduccion, importe, "
     "donativoenespecie, ComunidadAut, DeduccionCAut, TipoPersona";
 
-// The identifier as the file writes it; the same text for every way the
-// wizard may have stored one donor's identifier.
-const char kDonorKey[] = "substr('000000000' || upper(trim(replace(nif, '-', ''))), -9)";
+// The identifier as the file writes it (what ValidarNIFCIF leaves of a valid
+// one: no "-", no white space around, upper case), so that every way one
+// donor's identifier may be stored sorts to the same place.
+const char kDonorKey[] =
+    "substr('000000000' || upper(trim(replace(nif, '-', ''), ' ' || char(9, 10, 11, 12, 13))), -9)";
 
 sqlite3 *SQLiteHandle(Connection &connection)
 {
