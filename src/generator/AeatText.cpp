@@ -2,7 +2,7 @@
 
 #include "util/TextRoutines.h"
 
-#include <QStringList>
+#include <algorithm>
 #include <stdexcept>
 
 namespace Aeat {
@@ -78,6 +78,10 @@ QString DigitsField(const QString &text, int width)
 
 QString NifField(const QString &nif, int width)
 {
+    // Already in its field's form (every identifier that passed the check).
+    if (nif.size() == width
+        && std::all_of(nif.begin(), nif.end(), [](QChar c) { return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z'); }))
+        return nif;
     QString compact = AlphanumericText(nif);
     compact.remove(QLatin1Char(' '));
     compact.remove(QLatin1Char('-'));

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QSqlQuery>
+#include "generator/SqliteStatement.h"
+
 #include <QString>
 
 #include <optional>
-
-struct sqlite3_stmt;
 
 class Connection;
 
@@ -52,25 +51,15 @@ qint64 CountDonorRows(Connection &connection, qint64 declarantId);
 // `ByDonor` order the rows of one donor come together: they are sorted by
 // the identifier as the file writes it (no "-", no blanks around, upper case,
 // zeros on the left to nine characters).
-// On an SQLite database the rows are stepped through SQLite itself: the
-// generic query layer costs a value object per cell, which for a large
-// declaration is most of the run. Throws DatabaseError when the query fails.
+// Throws DatabaseError when the query fails.
 class DonorRowStream
 {
 public:
     enum class Order { AsStored, ByDonor };
 
     DonorRowStream(Connection &connection, qint64 declarantId, Order order);
-    ~DonorRowStream();
-    DonorRowStream(const DonorRowStream &) = delete;
-    DonorRowStream &operator=(const DonorRowStream &) = delete;
-
     bool Next(DonorRow &row);
 
 private:
-    bool NextFromQuery(DonorRow &row);
-
-    QString m_sql;
-    sqlite3_stmt *m_statement = nullptr;
-    QSqlQuery m_query;   // other databases
+    SqliteStatement m_statement;
 };

@@ -1,10 +1,7 @@
 #include "generator/DonorHistory.h"
 
 #include "data/Connection.h"
-#include "data/DatabaseError.h"
 #include "data/SchemaVersion.h"
-
-#include <QSqlError>
 
 #include <algorithm>
 #include <cstring>
@@ -17,6 +14,14 @@ std::array<char, 9> Key(const QString &nif)
     const QByteArray bytes = nif.toLatin1();
     std::memcpy(key.data(), bytes.constData(), std::min<size_t>(key.size(), size_t(bytes.size())));
     return key;
+}
+
+// Deletes a year's totals (a run replaces them whole) and gives the insert
+// that writes them again.
+QString ClearedYearInsert(Connection &connection, int ejercicio)
+{
+    connection.Execute(QStringLiteral("DELETE FROM HistorialDonantes WHERE ejercicio = ") + QString::number(ejercicio));
+    return QStringLiteral("INSERT INTO HistorialDonantes (nif, ejercicio, importe) VALUES (?, ?, ?)");
 }
 
 } // namespace
@@ -45,15 +50,11 @@ void DonorHistory::Load(Connection &connection, int ejercicio)
 
 std::vector<DonorHistory::Entry> DonorHistory::LoadYear(Connection &connection, int year)
 {
-    const QString sql = QStringLiteral("SELECT nif, importe FROM HistorialDonantes WHERE ejercicio = ")
-                        + QString::number(year);
-    QSqlQuery query(connection.Database());
-    query.setForwardOnly(true);
-    if (!query.exec(sql))
-        throw DatabaseError(query.lastError().text(), sql);
+    SqliteStatement query(connection, QStringLiteral("SELECT nif, importe FROM HistorialDonantes WHERE ejercicio = ")
+                                          + QString::number(year));
     std::vector<Entry> entries;
-    while (query.next())
-        entries.push_back({Key(query.value(0).toString()), query.value(1).toLongLong()});
+    while (query.Step())
+        entries.push_back({Key(query.Text(0)), query.Integer(1)});
     std::sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) { return a.nif < b.nif; });
     return entries;
 }
@@ -74,20 +75,15 @@ char DonorHistory::Recurrence(const QString &nif, qint64 current) const
 }
 
 DonorHistoryWriter::DonorHistoryWriter(Connection &connection, int ejercicio)
-    : m_insert(connection.Database()), m_ejercicio(ejercicio)
+    : m_insert(connection, ClearedYearInsert(connection, ejercicio)), m_ejercicio(ejercicio)
 {
-    connection.Execute(QStringLiteral("DELETE FROM HistorialDonantes WHERE ejercicio = ")
-                       + QString::number(ejercicio));
-    const QString sql = QStringLiteral("INSERT INTO HistorialDonantes (nif, ejercicio, importe) VALUES (?, ?, ?)");
-    if (!m_insert.prepare(sql))
-        throw DatabaseError(m_insert.lastError().text(), sql);
 }
 
 void DonorHistoryWriter::Add(const QString &nif, qint64 cents)
 {
-    m_insert.bindValue(0, nif);
-    m_insert.bindValue(1, m_ejercicio);
-    m_insert.bindValue(2, cents);
-    if (!m_insert.exec())
-        throw DatabaseError(m_insert.lastError().text(), m_insert.lastQuery());
+    m_insert.Reset();
+    m_insert.Bind(1, nif);
+    m_insert.Bind(2, qint64(m_ejercicio));
+    m_insert.Bind(3, cents);
+    m_insert.Step();
 }

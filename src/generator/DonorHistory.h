@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QSqlQuery>
+#include "generator/SqliteStatement.h"
+
 #include <QString>
 
 #include <array>
@@ -51,6 +52,6 @@ public:
     void Add(const QString &nif, qint64 cents);
 
 private:
-    QSqlQuery m_insert;
+    SqliteStatement m_insert;
     int m_ejercicio;
 };
