@@ -62,6 +62,39 @@ TEST_F(GeneratorTest, WritesTheDeclarantAndEachDonorFieldByField)
     EXPECT_TRUE(result.avisos.isEmpty()) << result.avisos.join('\n').toStdString();
 }
 
+TEST_F(GeneratorTest, WritesEveryOptionalDonorFieldInItsPlace)
+{
+    InsertDeclarant(*db, DeclarantValues());
+    DonorValues d;
+    d.nombre = QStringLiteral("Íñigo");
+    d.apellido1 = QStringLiteral("Sáez");
+    d.apellido2 = QStringLiteral("Olañeta");
+    d.nif = QStringLiteral("87654321x");
+    d.nifrepresentante = QStringLiteral("00000000-T");
+    d.importe = QStringLiteral("12.000,01");
+    d.deduccion = QStringLiteral("03750");
+    d.codigoprovincia = QStringLiteral("28");
+    d.comunidadAut = QStringLiteral("12");
+    d.deduccionCAut = QStringLiteral("01000");
+    d.clave = QStringLiteral("b");
+    d.donativoenespecie = QStringLiteral("X");
+    d.tipoPersona = QStringLiteral("J");
+    InsertDonor(*db, d);
+
+    ASSERT_TRUE(Generate().generado);
+
+    ExpectedRecord expected;
+    expected.Number(1, 1, "2").Number(2, 3, "182").Number(5, 4, "2024").Text(9, 9, "A58818501");
+    expected.Text(18, 9, "87654321X").Text(27, 9, "00000000T").Text(36, 40, "SAEZ OLA\xD1""ETA I\xD1IGO");
+    expected.Number(76, 2, "28").Text(78, 1, "B").Number(79, 5, "3750").Number(84, 13, "1200001");
+    expected.Text(97, 1, "X").Number(98, 2, "12").Number(100, 5, "1000").Text(105, 1, "J");
+    expected.Number(107, 4, "0").Number(132, 1, "2");
+    const QList<QByteArray> records = Records(FilePath());
+    ASSERT_EQ(records.size(), 2);
+    EXPECT_RECORD(records[1], expected.Bytes());
+    EXPECT_RECORD(records[0], DeclarantRecord("1", "1200001").Bytes());
+}
+
 TEST_F(GeneratorTest, SumsADonorsRowsPerPercentageAndKeepsTheTotalsConsistent)
 {
     struct Row { const char *nif; const char *deduccion; const char *deduccionCAut; const char *importe; };
