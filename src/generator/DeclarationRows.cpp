@@ -3,6 +3,8 @@
 #include "data/Connection.h"
 #include "data/DatabaseError.h"
 
+namespace Aeat {
+
 namespace {
 
 QString Text(const QVariant &value)
@@ -85,3 +87,5 @@ bool DonorRowStream::Next(DonorRow &row)
     row.tipoPersona = m_statement.Text(12);
     return true;
 }
+
+} // namespace Aeat

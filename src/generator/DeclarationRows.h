@@ -8,6 +8,9 @@
 
 class Connection;
 
+// The declaration generator's own pieces.
+namespace Aeat {
+
 // The declaration tables as the wizard leaves them: the newest `Declarantes`
 // row and its `Donantes` rows, read as the texts they hold.
 
@@ -63,3 +66,5 @@ public:
 private:
     SqliteStatement m_statement;
 };
+
+} // namespace Aeat

@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+namespace Aeat {
+
 namespace {
 
 const QString kRetry = QStringLiteral(" y vuelva a generar la declaración.");
@@ -202,3 +204,5 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
     donation.enEspecie = IsInKind(row.donativoEnEspecie);
     return ok;
 }
+
+} // namespace Aeat

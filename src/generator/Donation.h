@@ -6,6 +6,9 @@
 #include <QString>
 #include <QStringList>
 
+// The declaration generator's own pieces.
+namespace Aeat {
+
 // One `Donantes` row read for the file: every value already in the form of
 // its field, the amount in cents.
 struct Donation
@@ -47,3 +50,5 @@ QString ValidIdentifier(const QString &text);
 // "the amount text" read in either decimal convention ("1.234,50" or
 // "1,234.50"), as cents; false when it is not a number.
 bool AmountInCents(const QString &text, const QLocale &locale, qint64 &cents);
+
+} // namespace Aeat

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstring>
 
+namespace Aeat {
+
 namespace {
 
 std::array<char, 9> Key(const QString &nif)
@@ -87,3 +89,5 @@ void DonorHistoryWriter::Add(const QString &nif, qint64 cents)
     m_insert.Bind(3, cents);
     m_insert.Step();
 }
+
+} // namespace Aeat

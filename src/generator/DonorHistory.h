@@ -10,6 +10,9 @@
 
 class Connection;
 
+// The declaration generator's own pieces.
+namespace Aeat {
+
 // Each donor's declared total per tax year, kept in the declaration database
 // (`HistorialDonantes`: nif as the file writes it, ejercicio, importe in
 // cents), so that the file can say whether a donor is recurrent.
@@ -55,3 +58,5 @@ private:
     SqliteStatement m_insert;
     int m_ejercicio;
 };
+
+} // namespace Aeat

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <tuple>
 
+namespace Aeat {
+
 bool DonorRecords::IsOtherDonor(const Donation &row) const
 {
     return !m_records.isEmpty() && m_records.first().nif != row.nif;
@@ -40,3 +42,5 @@ void DonorRecords::Clear()
     m_records.clear();
     m_total = 0;
 }
+
+} // namespace Aeat

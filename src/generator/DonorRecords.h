@@ -4,6 +4,9 @@
 
 #include <QList>
 
+// The declaration generator's own pieces.
+namespace Aeat {
+
 // The records of one donor: rows with the same key, percentages and in-kind
 // mark are summed into one record. The rows of the declaration arrive
 // sorted by donor, so only one donor's records are ever held.
@@ -27,3 +30,5 @@ private:
     QList<Donation> m_records;
     qint64 m_total = 0;
 };
+
+} // namespace Aeat

@@ -2,8 +2,7 @@
 
 #include "generator/AeatText.h"
 
-using Aeat::AlphanumericField;
-using Aeat::NumericField;
+namespace Aeat {
 
 namespace {
 
@@ -55,3 +54,5 @@ QString DonorRecord(const DeclarantHeader &header, const Donation &donation, cha
     record.Put(132, QChar::fromLatin1(recurrente));
     return record.Text();
 }
+
+} // namespace Aeat

@@ -4,6 +4,9 @@
 
 #include <QString>
 
+// The declaration generator's own pieces.
+namespace Aeat {
+
 // The two record types of the Modelo 182 file, built field by field from the
 // tax agency's record design.
 
@@ -29,3 +32,5 @@ QString DeclarantRecord(const DeclarantHeader &header);
 // The type-2 record of one donor's aggregated donations at one percentage;
 // `recurrente` is '1' or '2'.
 QString DonorRecord(const DeclarantHeader &header, const Donation &donation, char recurrente);
+
+} // namespace Aeat

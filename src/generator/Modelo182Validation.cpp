@@ -3,6 +3,9 @@
 #include "generator/AeatText.h"
 #include "generator/Donation.h"
 
+using Aeat::DeclarantHeader;
+using Aeat::DeclarantRow;
+
 namespace {
 
 // Largest total of the type-1 record (13 integer digits), in cents.
@@ -52,7 +55,7 @@ void CheckDeclarant(const DeclarantRow &row, const Modelo182Options &options, Mo
     }
 
     const QString nifText = row.nif.trimmed();
-    header.nif = ValidIdentifier(nifText);
+    header.nif = Aeat::ValidIdentifier(nifText);
     if (nifText.isEmpty()) {
         result.problemas << QStringLiteral("El declarante no tiene NIF: escriba el CIF del centro en sus datos "
                                            "y vuelva a generar la declaración.");
@@ -114,7 +117,7 @@ Modelo182Validation ValidarModelo182(Connection &connection, const Modelo182Opti
 {
     Modelo182Validation result;
     CheckOptions(options, result);
-    result.declarante = ReadNewestDeclarant(connection);
+    result.declarante = Aeat::ReadNewestDeclarant(connection);
     if (!result.declarante) {
         result.problemas << QStringLiteral("No hay ningún declarante en la tabla Declarantes: genere la "
                                            "declaración desde el asistente.");
@@ -122,15 +125,15 @@ Modelo182Validation ValidarModelo182(Connection &connection, const Modelo182Opti
     }
     CheckDeclarant(*result.declarante, options, result);
 
-    DonorRowStream rows(connection, result.declarante->id, DonorRowStream::Order::AsStored);
-    DonorRow row;
-    Donation donation;
+    Aeat::DonorRowStream rows(connection, result.declarante->id, Aeat::DonorRowStream::Order::AsStored);
+    Aeat::DonorRow row;
+    Aeat::Donation donation;
     qint64 total = 0;
     qint64 withoutProvince = 0;
     qint64 withoutDeduction = 0;
     while (rows.Next(row)) {
         ++result.filasDonantes;
-        if (!ReadDonation(row, options.locale, donation, &result.problemas))
+        if (!Aeat::ReadDonation(row, options.locale, donation, &result.problemas))
             continue;
         total += donation.centimos;
         withoutProvince += donation.provincia == 0 ? 1 : 0;

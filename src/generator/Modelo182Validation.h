@@ -16,8 +16,8 @@ struct Modelo182Validation
 {
     QStringList problemas;    // refusals, one Spanish line each; empty: the file may be written
     QStringList avisos;       // the file may be written, but the user should look
-    std::optional<DeclarantRow> declarante;
-    DeclarantHeader cabecera; // the type-1 fields known before the donors are read
+    std::optional<Aeat::DeclarantRow> declarante;
+    Aeat::DeclarantHeader cabecera; // the type-1 fields known before the donors are read
     qint64 filasDonantes = 0;
 
     bool Correcta() const { return problemas.isEmpty(); }

@@ -14,6 +14,8 @@
 #include <limits>
 #include <stdexcept>
 
+using namespace Aeat;
+
 namespace {
 
 // A failure the user can fix (folder, permissions, disk); its text is shown.

@@ -9,6 +9,8 @@
 
 #include <sqlite3.h>
 
+namespace Aeat {
+
 namespace {
 
 sqlite3 *Handle(Connection &connection)
@@ -85,3 +87,5 @@ void SqliteStatement::Fail() const
 {
     throw DatabaseError(QString::fromUtf8(sqlite3_errmsg(m_db)), m_sql);
 }
+
+} // namespace Aeat

@@ -6,6 +6,9 @@ class Connection;
 struct sqlite3;
 struct sqlite3_stmt;
 
+// The declaration generator's own pieces.
+namespace Aeat {
+
 // One statement stepped through SQLite itself on a connection's database
 // (Modelo182.mdb is an SQLite file). The generic query layer costs a value
 // object per cell, which for a declaration of hundreds of thousands of rows
@@ -38,3 +41,5 @@ private:
     sqlite3_stmt *m_statement = nullptr;
     QString m_sql;
 };
+
+} // namespace Aeat

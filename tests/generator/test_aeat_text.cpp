@@ -76,7 +76,7 @@ TEST(AeatFields, AmountsAreReadInWholeCentsInEitherConvention)
     };
     for (const Case &c : cases) {
         qint64 cents = 0;
-        EXPECT_EQ(AmountInCents(QString::fromUtf8(c.text), c.locale, cents), c.ok) << c.text;
+        EXPECT_EQ(Aeat::AmountInCents(QString::fromUtf8(c.text), c.locale, cents), c.ok) << c.text;
         if (c.ok) {
             EXPECT_EQ(cents, c.cents) << c.text;
         }

@@ -24,7 +24,7 @@ TEST(RecurrenceMark, OneOnlyAfterTwoYearsOfGiftsThatNeverDecrease)
         {0, 0, 0, '2'},
     };
     for (const Case &c : cases) {
-        EXPECT_EQ(RecurrenceMark(c.yearBefore, c.lastYear, c.current), c.mark)
+        EXPECT_EQ(Aeat::RecurrenceMark(c.yearBefore, c.lastYear, c.current), c.mark)
             << c.yearBefore.value_or(-1) << " " << c.lastYear.value_or(-1) << " " << c.current;
     }
 }
