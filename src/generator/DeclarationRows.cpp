@@ -43,13 +43,6 @@ std::optional<DeclarantRow> ReadNewestDeclarant(Connection &connection)
     return row;
 }
 
-qint64 CountDonorRows(Connection &connection, qint64 declarantId)
-{
-    Recordset rs = connection.Execute(QStringLiteral("SELECT COUNT(*) FROM Donantes WHERE codDeclarante = ")
-                                      + QString::number(declarantId));
-    return rs.Fields(0).toLongLong();
-}
-
 namespace {
 
 QString DonorQuery(qint64 declarantId, DonorRowStream::Order order)

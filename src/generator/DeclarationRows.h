@@ -46,9 +46,6 @@ struct DonorRow
 // The declarant with the greatest IDDeclarante; none when the table is empty.
 std::optional<DeclarantRow> ReadNewestDeclarant(Connection &connection);
 
-// The number of `Donantes` rows of a declarant.
-qint64 CountDonorRows(Connection &connection, qint64 declarantId);
-
 // The `Donantes` rows of a declarant, one at a time: the table may hold
 // hundreds of thousands of rows, which are never all in memory. In
 // `ByDonor` order the rows of one donor come together: they are sorted by
