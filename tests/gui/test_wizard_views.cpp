@@ -163,7 +163,7 @@ TEST(WindowFiles, EveryWizardWindowFitsItsFormAndAMisfitIsNamed)
                                                                  "cmdCargar: no QPushButton of this name"}));
     EXPECT_EQ(ViewBinder::UnboundWidgets(cursos, window), QStringList{"lstOtra"});
     QDialog donors; // the donor grid needs a table
-    ViewFactory::Build("frmActividadAlumno", donors);
+    views.Build("frmActividadAlumno", donors);
     donors.findChild<QTableView *>("msgMod182")->setObjectName("msgOtra");
     (new QListView(&donors))->setObjectName("msgMod182");
     EXPECT_EQ(ViewBinder::Mismatches(alumnos, donors), QStringList{"msgMod182: a QTableView is needed, the window has a QListView"});

@@ -1,0 +1,126 @@
+#include "generator/AeatText.h"
+
+#include "util/TextRoutines.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace Aeat {
+
+namespace {
+
+bool IsAllowed(QChar c)
+{
+    const char16_t u = c.unicode();
+    if ((u >= u'A' && u <= u'Z') || (u >= u'0' && u <= u'9'))
+        return true;
+    if (u == u'Ñ' || u == u'Ç')
+        return true;
+    return QStringView(u" .,-_&'\\:;/()").contains(c);
+}
+
+// The plain letter of an accented one (Á -> A, Ü -> U); other characters as
+// they are.
+QChar BaseLetter(QChar c)
+{
+    if (c == u'Ñ' || c == u'Ç' || c.decompositionTag() != QChar::Canonical)
+        return c;
+    const QString parts = c.decomposition();
+    return parts.isEmpty() ? c : parts.at(0);
+}
+
+} // namespace
+
+QString AlphanumericText(const QString &text)
+{
+    QString result;
+    result.reserve(text.size());
+    for (QChar c : text) {
+        if (c.unicode() < 0x80) {
+            // Plain ASCII, most of every name: no table look-ups.
+            const QChar upper = (c >= u'a' && c <= u'z') ? QChar(c.unicode() - 32) : c;
+            result.append(IsAllowed(upper) ? upper : QChar(u' '));
+            continue;
+        }
+        const QString upper = QString(c).toUpper();   // "ß" becomes "SS"
+        for (QChar u : upper) {
+            const QChar base = BaseLetter(u);
+            result.append(IsAllowed(base) ? base : QChar(u' '));
+        }
+    }
+    return result.trimmed();
+}
+
+QString AlphanumericField(const QString &text, int width)
+{
+    return AlphanumericText(text).left(width).leftJustified(width, QLatin1Char(' '));
+}
+
+QString NumericField(qint64 value, int width)
+{
+    if (value < 0)
+        return QString();
+    const QString digits = QString::number(value);
+    if (digits.size() > width)
+        return QString();
+    return digits.rightJustified(width, QLatin1Char('0'));
+}
+
+QString DigitsField(const QString &text, int width)
+{
+    QString digits;
+    for (QChar c : text) {
+        if (c >= u'0' && c <= u'9')
+            digits.append(c);
+    }
+    return digits.right(width).rightJustified(width, QLatin1Char('0'));
+}
+
+QString NifField(const QString &nif, int width)
+{
+    // Already in its field's form (every identifier that passed the check).
+    if (nif.size() == width
+        && std::all_of(nif.begin(), nif.end(), [](QChar c) { return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z'); }))
+        return nif;
+    QString compact = AlphanumericText(nif);
+    compact.remove(QLatin1Char(' '));
+    compact.remove(QLatin1Char('-'));
+    if (compact.isEmpty())
+        return QString(width, QLatin1Char(' '));
+    return FixedWidth(compact.right(width), width, QStringLiteral("0"));
+}
+
+QString PersonName(const QString &surname1, const QString &surname2, const QString &name)
+{
+    QString joined;
+    for (const QString *part : {&surname1, &surname2, &name}) {
+        const QString trimmed = part->trimmed();
+        if (trimmed.isEmpty() || trimmed == QLatin1String("-"))
+            continue;
+        if (!joined.isEmpty())
+            joined += QLatin1Char(' ');
+        joined += trimmed;
+    }
+    return joined;
+}
+
+Record::Record()
+    : m_text(kRecordLength, QLatin1Char(' '))
+{
+}
+
+void Record::Put(int position, int length, const QString &value)
+{
+    if (position < 1 || length < 1 || position + length - 1 > kRecordLength || value.size() != length)
+        throw std::logic_error("AEAT record field out of place: position " + std::to_string(position));
+    m_text.replace(position - 1, length, value);
+}
+
+QByteArray Record::Encode(const QString &recordText)
+{
+    QByteArray bytes = recordText.toLatin1();
+    bytes.append("\r\n", 2);
+    return bytes;
+}
+
+} // namespace Aeat

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "generator/SqliteStatement.h"
+
+#include <QString>
+
+#include <optional>
+
+class Connection;
+
+// The declaration generator's own pieces.
+namespace Aeat {
+
+// The declaration tables as the wizard leaves them: the newest `Declarantes`
+// row and its `Donantes` rows, read as the texts they hold.
+
+struct DeclarantRow
+{
+    qint64 id = 0;   // IDDeclarante
+    QString ejercicio;
+    QString nombre;
+    QString nif;
+    QString pcnombre;
+    QString pcapellido1;
+    QString pcapellido2;
+    QString pctelefono;
+};
+
+struct DonorRow
+{
+    QString nombre;
+    QString apellido1;
+    QString apellido2;
+    QString nif;
+    QString nifRepresentante;
+    QString codigoProvincia;
+    QString clave;
+    QString deduccion;
+    QString importe;
+    QString donativoEnEspecie;
+    QString comunidadAut;
+    QString deduccionCAut;
+    QString tipoPersona;
+};
+
+// The declarant with the greatest IDDeclarante; none when the table is empty.
+std::optional<DeclarantRow> ReadNewestDeclarant(Connection &connection);
+
+// The `Donantes` rows of a declarant, one at a time: the table may hold
+// hundreds of thousands of rows, which are never all in memory. In
+// `ByDonor` order the rows of one donor come together: they are sorted by
+// the identifier as the file writes it (no "-", no blanks around, upper case,
+// zeros on the left to nine characters).
+// Throws DatabaseError when the query fails.
+class DonorRowStream
+{
+public:
+    enum class Order { AsStored, ByDonor };
+
+    DonorRowStream(Connection &connection, qint64 declarantId, Order order);
+    bool Next(DonorRow &row);
+
+private:
+    SqliteStatement m_statement;
+};
+
+} // namespace Aeat

@@ -1,0 +1,208 @@
+#include "generator/Donation.h"
+
+#include "generator/AeatText.h"
+#include "util/ConversionError.h"
+#include "util/NifCif.h"
+#include "util/VbFormat.h"
+
+#include <cmath>
+
+namespace Aeat {
+
+namespace {
+
+const QString kRetry = QStringLiteral(" y vuelva a generar la declaración.");
+
+// A field of at most `digits` digits (blanks around ignored, empty = 0).
+bool SmallNumber(const QString &text, int digits, int &value)
+{
+    const QString trimmed = text.trimmed();
+    if (trimmed.isEmpty()) {
+        value = 0;
+        return true;
+    }
+    if (trimmed.size() > digits)
+        return false;
+    for (QChar c : trimmed) {
+        if (c < u'0' || c > u'9')
+            return false;
+    }
+    value = trimmed.toInt();
+    return true;
+}
+
+bool IsCommunityCode(int code)
+{
+    return (code >= 0 && code <= 13) || code == 16 || code == 17;
+}
+
+bool IsInKind(const QString &text)
+{
+    const QString value = text.trimmed().toUpper();
+    return value == QLatin1String("X") || value == QLatin1String("S") || value == QLatin1String("SI")
+           || value == QLatin1String("SÍ") || value == QLatin1String("1") || value == QLatin1String("-1")
+           || value == QLatin1String("TRUE");
+}
+
+} // namespace
+
+QString ValidIdentifier(const QString &text)
+{
+    QString id = text;
+    try {
+        return ValidarNIFCIF(id) ? id : QString();
+    } catch (const ConversionError &) {
+        return QString();
+    }
+}
+
+// The amount exactly as the wizard formats it in `locale`, "#,###,##0.00"
+// (es_ES "1.234,50"), read in whole cents without any floating point.
+bool FormattedCents(QStringView text, const QLocale &locale, qint64 &cents)
+{
+    const QString group = locale.groupSeparator();
+    const QString decimal = locale.decimalPoint();
+    if (group.size() != 1 || decimal.size() != 1 || text.size() < 4)
+        return false;
+    const qsizetype point = text.size() - 3;
+    if (text.at(point) != decimal.at(0))
+        return false;
+    qsizetype start = text.startsWith(u'-') ? 1 : 0;
+    qint64 value = 0;
+    int digitsInGroup = 0;
+    bool grouped = false;
+    for (qsizetype i = start; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (i == point)
+            continue;
+        if (c == group.at(0) && i < point) {
+            // A group follows one to three digits, then exactly three.
+            if (digitsInGroup == 0 || digitsInGroup > 3 || (grouped && digitsInGroup != 3))
+                return false;
+            grouped = true;
+            digitsInGroup = 0;
+            continue;
+        }
+        if (c < u'0' || c > u'9' || value > 99'999'999'999'999LL)
+            return false;
+        value = value * 10 + (c.unicode() - u'0');
+        if (i < point)
+            ++digitsInGroup;
+    }
+    if (digitsInGroup == 0 || (grouped && digitsInGroup != 3))
+        return false;
+    cents = start ? -value : value;
+    return true;
+}
+
+bool AmountInCents(const QString &text, const QLocale &locale, qint64 &cents)
+{
+    if (FormattedCents(text, locale, cents))
+        return true;
+    if (!IsNumeric(text, locale))
+        return false;
+    const double value = ToDouble(text, locale);
+    if (!std::isfinite(value) || std::fabs(value) >= 1e15)
+        return false;
+    // Each amount is read once; every sum is then made in whole cents.
+    cents = std::llround(value * 100.0);
+    return true;
+}
+
+bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation, QStringList *problems)
+{
+    const QString nifText = row.nif.trimmed();
+    // The donor as messages name them; built only for a message.
+    auto donor = [&row] {
+        const QString name = Aeat::PersonName(row.apellido1, row.apellido2, row.nombre);
+        return QStringLiteral(" del donante ") + (name.isEmpty() ? QStringLiteral("sin nombre") : name);
+    };
+    bool ok = true;
+    auto refuse = [&](const QString &line) {
+        ok = false;
+        if (problems)
+            problems->append(line);
+    };
+    if (!problems)
+        donation.nombre = Aeat::AlphanumericField(Aeat::PersonName(row.apellido1, row.apellido2, row.nombre), 40);
+
+    const QString nif = ValidIdentifier(nifText);
+    if (nifText.isEmpty()) {
+        refuse(QStringLiteral("Falta el NIF") + donor()
+               + QStringLiteral(": escríbalo en la columna DNI del asistente") + kRetry);
+    } else if (nif.isEmpty()) {
+        refuse(QStringLiteral("El NIF «") + nifText + QStringLiteral("»") + donor()
+               + QStringLiteral(" no es válido: corríjalo en la columna DNI del asistente") + kRetry);
+    }
+    donation.nif = Aeat::NifField(nif);
+
+    const QString representative = row.nifRepresentante.trimmed();
+    const QString representativeNif = representative.isEmpty() ? QString() : ValidIdentifier(representative);
+    if (!representative.isEmpty() && representativeNif.isEmpty()) {
+        refuse(QStringLiteral("El NIF del representante «") + representative + QStringLiteral("»") + donor()
+               + QStringLiteral(" no es válido: corríjalo") + kRetry);
+    }
+    donation.nifRepresentante = Aeat::NifField(representativeNif);
+
+    if (!AmountInCents(row.importe, locale, donation.centimos)) {
+        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
+               + QStringLiteral(" no es un número: corríjalo en la rejilla de donantes") + kRetry);
+    } else if (donation.centimos < 0) {
+        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
+               + QStringLiteral(" es negativo: corríjalo en la rejilla de donantes") + kRetry);
+    } else if (donation.centimos > kMaxRecordCents) {
+        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
+               + QStringLiteral(" es demasiado grande para el modelo 182: corríjalo en la rejilla de donantes")
+               + kRetry);
+    }
+
+    if (!SmallNumber(row.codigoProvincia, 2, donation.provincia)
+        || (donation.provincia > 52 && donation.provincia != 99)) {
+        refuse(QStringLiteral("El código de provincia «") + row.codigoProvincia + QStringLiteral("»") + donor()
+               + QStringLiteral(" no es válido: revise la provincia de su domicilio") + kRetry);
+    }
+
+    const QString key = row.clave.trimmed().toUpper();
+    if (key.isEmpty()) {
+        donation.clave = u'A';
+    } else if (key.size() == 1 && key.at(0) >= u'A' && key.at(0) <= u'G') {
+        donation.clave = key.at(0);
+    } else {
+        refuse(QStringLiteral("La clave «") + row.clave + QStringLiteral("»") + donor()
+               + QStringLiteral(" no es válida: debe ser una letra de la A a la G; corríjala") + kRetry);
+    }
+
+    if (!SmallNumber(row.deduccion, 5, donation.deduccion) || donation.deduccion > 10000) {
+        refuse(QStringLiteral("El porcentaje de deducción «") + row.deduccion + QStringLiteral("»") + donor()
+               + QStringLiteral(" no es válido: revise la deducción de sus actividades") + kRetry);
+    }
+
+    if (!SmallNumber(row.comunidadAut, 2, donation.comunidad) || !IsCommunityCode(donation.comunidad)) {
+        refuse(QStringLiteral("El código de comunidad autónoma «") + row.comunidadAut + QStringLiteral("»")
+               + donor() + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma")
+               + kRetry);
+    }
+    if (!SmallNumber(row.deduccionCAut, 5, donation.deduccionComunidad) || donation.deduccionComunidad > 10000) {
+        refuse(QStringLiteral("El porcentaje de deducción autonómica «") + row.deduccionCAut
+               + QStringLiteral("»") + donor()
+               + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma") + kRetry);
+    }
+    // Without a community there is no regional percentage.
+    if (donation.comunidad == 0)
+        donation.deduccionComunidad = 0;
+
+    const QString nature = row.tipoPersona.trimmed().toUpper();
+    if (nature.isEmpty()) {
+        donation.naturaleza = u'F';
+    } else if (nature == QLatin1String("F") || nature == QLatin1String("J") || nature == QLatin1String("E")) {
+        donation.naturaleza = nature.at(0);
+    } else {
+        refuse(QStringLiteral("El tipo de persona «") + row.tipoPersona + QStringLiteral("»") + donor()
+               + QStringLiteral(" no es válido: debe ser F, J o E; corríjalo") + kRetry);
+    }
+
+    donation.enEspecie = IsInKind(row.donativoEnEspecie);
+    return ok;
+}
+
+} // namespace Aeat

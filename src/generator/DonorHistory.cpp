@@ -1,0 +1,93 @@
+#include "generator/DonorHistory.h"
+
+#include "data/Connection.h"
+#include "data/SchemaVersion.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace Aeat {
+
+namespace {
+
+std::array<char, 9> Key(const QString &nif)
+{
+    std::array<char, 9> key{};
+    const QByteArray bytes = nif.toLatin1();
+    std::memcpy(key.data(), bytes.constData(), std::min<size_t>(key.size(), size_t(bytes.size())));
+    return key;
+}
+
+// Deletes a year's totals (a run replaces them whole) and gives the insert
+// that writes them again.
+QString ClearedYearInsert(Connection &connection, int ejercicio)
+{
+    connection.Execute(QStringLiteral("DELETE FROM HistorialDonantes WHERE ejercicio = ") + QString::number(ejercicio));
+    return QStringLiteral("INSERT INTO HistorialDonantes (nif, ejercicio, importe) VALUES (?, ?, ?)");
+}
+
+} // namespace
+
+char RecurrenceMark(std::optional<qint64> yearBefore, std::optional<qint64> lastYear, qint64 current)
+{
+    if (!yearBefore || !lastYear || *yearBefore <= 0 || *lastYear <= 0)
+        return '2';
+    return (current >= *lastYear && *lastYear >= *yearBefore) ? '1' : '2';
+}
+
+void EnsureDonorHistoryTable(Connection &connection)
+{
+    connection.Execute(QStringLiteral("CREATE TABLE IF NOT EXISTS HistorialDonantes ("
+                                      "nif TEXT COLLATE " M182_TEXT_COLLATION ", "
+                                      "ejercicio INTEGER, importe INTEGER)"));
+    connection.Execute(QStringLiteral("CREATE INDEX IF NOT EXISTS HistorialDonantes_Ejercicio "
+                                      "ON HistorialDonantes (ejercicio)"));
+}
+
+void DonorHistory::Load(Connection &connection, int ejercicio)
+{
+    m_lastYear = LoadYear(connection, ejercicio - 1);
+    m_yearBefore = LoadYear(connection, ejercicio - 2);
+}
+
+std::vector<DonorHistory::Entry> DonorHistory::LoadYear(Connection &connection, int year)
+{
+    SqliteStatement query(connection, QStringLiteral("SELECT nif, importe FROM HistorialDonantes WHERE ejercicio = ")
+                                          + QString::number(year));
+    std::vector<Entry> entries;
+    while (query.Step())
+        entries.push_back({Key(query.Text(0)), query.Integer(1)});
+    std::sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) { return a.nif < b.nif; });
+    return entries;
+}
+
+std::optional<qint64> DonorHistory::Find(const std::vector<Entry> &year, const QString &nif)
+{
+    const std::array<char, 9> key = Key(nif);
+    const auto it = std::lower_bound(year.begin(), year.end(), key,
+                                     [](const Entry &entry, const std::array<char, 9> &k) { return entry.nif < k; });
+    if (it == year.end() || it->nif != key)
+        return std::nullopt;
+    return it->cents;
+}
+
+char DonorHistory::Recurrence(const QString &nif, qint64 current) const
+{
+    return RecurrenceMark(Find(m_yearBefore, nif), Find(m_lastYear, nif), current);
+}
+
+DonorHistoryWriter::DonorHistoryWriter(Connection &connection, int ejercicio)
+    : m_insert(connection, ClearedYearInsert(connection, ejercicio)), m_ejercicio(ejercicio)
+{
+}
+
+void DonorHistoryWriter::Add(const QString &nif, qint64 cents)
+{
+    m_insert.Reset();
+    m_insert.Bind(1, nif);
+    m_insert.Bind(2, qint64(m_ejercicio));
+    m_insert.Bind(3, cents);
+    m_insert.Step();
+}
+
+} // namespace Aeat

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "generator/SqliteStatement.h"
+
+#include <QString>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+class Connection;
+
+// The declaration generator's own pieces.
+namespace Aeat {
+
+// Each donor's declared total per tax year, kept in the declaration database
+// (`HistorialDonantes`: nif as the file writes it, ejercicio, importe in
+// cents), so that the file can say whether a donor is recurrent.
+
+// '1' when the donor gave in each of the two previous years and
+// current >= last year >= the year before; '2' otherwise, also when a
+// year is missing from the history.
+char RecurrenceMark(std::optional<qint64> yearBefore, std::optional<qint64> lastYear, qint64 current);
+
+// Creates the table and its index when missing.
+void EnsureDonorHistoryTable(Connection &connection);
+
+// The totals of the two years before a tax year, held compactly (a donor
+// costs a few bytes, not a row object) and looked up by identifier.
+class DonorHistory
+{
+public:
+    void Load(Connection &connection, int ejercicio);
+    char Recurrence(const QString &nif, qint64 current) const;
+
+private:
+    struct Entry
+    {
+        std::array<char, 9> nif;
+        qint64 cents;
+    };
+    static std::optional<qint64> Find(const std::vector<Entry> &year, const QString &nif);
+    static std::vector<Entry> LoadYear(Connection &connection, int year);
+
+    std::vector<Entry> m_lastYear;
+    std::vector<Entry> m_yearBefore;
+};
+
+// Replaces one tax year's totals: the year's rows are deleted on creation
+// and Add writes one row per donor. Throws DatabaseError.
+class DonorHistoryWriter
+{
+public:
+    DonorHistoryWriter(Connection &connection, int ejercicio);
+    void Add(const QString &nif, qint64 cents);
+
+private:
+    SqliteStatement m_insert;
+    int m_ejercicio;
+};
+
+} // namespace Aeat
