@@ -36,8 +36,41 @@ public:
     quint8 Estado = 0;
 };
 
+// One donor row of the donor grid: the student and the paying family member
+// as read from the host (the payer's name parts follow an edit of the name).
+class cAlumno
+{
+public:
+    qlonglong IDAlumno = 0;
+    qlonglong idMF = 0;              // 0 for an enrolment without a paying member
+    QString Nom_MFP;
+    QString AP1_MFP;
+    QString AP2_MFP;
+    QString NIF_MFP;                 // normalised tax identifier
+    QString codFamilia;
+    QString Direccion;
+    QString Poblacion;
+    QString CodPos;                  // five digits with leading zeros
+    QString Provincia;
+};
+
+// A saved amount whose student and payer had no grid row when its activity
+// was built: kept so that saving never drops it.
+class cDatosCobro
+{
+public:
+    qint16 IDCC = 0;
+    qint32 IDAct = 0;
+    qlonglong IDAl = 0;
+    qlonglong IDMF = 0;
+    QString Pago;                    // as read, "." as decimal point
+};
+
 using ColCursosEscolares = Coleccion<cCursoEscolar>;
 using ColComAut = Coleccion<cComAut>;
+// Donor records keyed by their grid row's key ("IDAlumno IDMF").
+using ColAlumnos = Coleccion<cAlumno>;
+using ColDatosCobro = QList<cDatosCobro>;
 
 // An activity as the steps list it: year name, " - ", activity name.
 inline QString ActivityLabel(const cCursoEscolar &curso, const cActividad &actividad)

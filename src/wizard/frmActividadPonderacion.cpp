@@ -231,7 +231,7 @@ void frmActividadPonderacion::cmdSiguiente_Click()
     if (!ReadPairs(pares))
         return;
     WritePairs(pares);
-    ShowNextStep(std::make_shared<frmActividadAlumno>(m_run, m_cursos), m_run.blnSalir);
+    ShowNextStep(std::make_shared<frmActividadAlumno>(m_run, m_cursos, *this), m_run.blnSalir);
 }
 
 frmActividadPonderacion::ListedPair frmActividadPonderacion::FindListedPair(const QString &linea) const

@@ -147,7 +147,7 @@ TEST(WindowFiles, EveryWizardWindowFitsItsFormAndAMisfitIsNamed)
     frmSelActividad actividades(run, cursos);
     frmActividadMes meses(run, cursos);
     frmActividadPonderacion porcentajes(run, cursos);
-    frmActividadAlumno alumnos(run, cursos);
+    frmActividadAlumno alumnos(run, cursos, porcentajes);
     for (Form *form : std::initializer_list<Form *>{&cursos, &actividades, &meses, &porcentajes, &alumnos}) {
         QDialog window;
         views.Build(form->Name(), window);
