@@ -28,9 +28,15 @@ const QHash<QString, QStringList> &allowedArrows()
 }
 
 // Layers that sit on top of everything and may include anything.
-bool isUnrestricted(const QString &layer) { return layer == "addin" || layer == "app"; }
+bool isUnrestricted(const QString &layer)
+{
+    return layer == "addin" || layer == "app";
+}
 
-bool mayUseWidgets(const QString &layer) { return layer == "gui" || isUnrestricted(layer); }
+bool mayUseWidgets(const QString &layer)
+{
+    return layer == "gui" || isUnrestricted(layer);
+}
 
 QString firstFolderOf(const QString &relativePath)
 {
@@ -82,8 +88,7 @@ QString layerReached(const QDir &root, const QString &includingFile, const Inclu
 {
     const QString &included = include.name;
     if (include.delimiter == '"') {
-        const QString besideFile =
-            QDir::cleanPath(QFileInfo(root.filePath(includingFile)).absolutePath() + '/' + included);
+        const QString besideFile = QDir::cleanPath(QFileInfo(root.filePath(includingFile)).absolutePath() + '/' + included);
         const QString fromBeside = root.relativeFilePath(besideFile);
         if (QFileInfo::exists(besideFile) && !fromBeside.startsWith("../"))
             return firstFolderOf(fromBeside);
@@ -104,8 +109,8 @@ QString arrowProblem(const QString &from, const QString &to, const QString &incl
     const QStringList allowed = allowedArrows().value(from);
     if (allowed.contains(to))
         return {};
-    return from + " may not include from " + to + " (\"" + included + "\"); it may include from: "
-           + (allowed.isEmpty() ? QString("nothing") : allowed.join(", "));
+    return from + " may not include from " + to + " (\"" + included
+           + "\"); it may include from: " + (allowed.isEmpty() ? QString("nothing") : allowed.join(", "));
 }
 
 bool isWidgetsHeader(const QString &included, const QSet<QString> &widgetHeaders)

@@ -7,7 +7,10 @@
 #include <gtest/gtest.h>
 #include <ostream>
 
-inline void PrintTo(const QString &text, std::ostream *os) { *os << '"' << text.toStdString() << '"'; }
+inline void PrintTo(const QString &text, std::ostream *os)
+{
+    *os << '"' << text.toStdString() << '"';
+}
 
 namespace {
 
@@ -42,7 +45,8 @@ struct ArrowCase
 };
 
 class LayerArrows : public testing::TestWithParam<ArrowCase>
-{};
+{
+};
 
 TEST_P(LayerArrows, AreReportedWithFileAndLineOnlyWhenTheTableForbidsThem)
 {
@@ -78,18 +82,15 @@ INSTANTIATE_TEST_SUITE_P(
         ArrowCase{"merge/A.cpp", "#include \"util/Text.h\"", false},
         ArrowCase{"gui/A.cpp", "#include \"catalogue/List.h\"", false},
         ArrowCase{"app/A.cpp", "#include \"session/Ctx.h\"", false},
-        ArrowCase{"addin/A.cpp", "#include \"gui/View.h\"", false},
-        ArrowCase{"wizard/A.cpp", "#include \"Step.h\"", false},
+        ArrowCase{"addin/A.cpp", "#include \"gui/View.h\"", false}, ArrowCase{"wizard/A.cpp", "#include \"Step.h\"", false},
         ArrowCase{"util/A.cpp", "#include \"util/Text.h\"", false},
         // not include lines, or not ours
         ArrowCase{"util/A.cpp", "// #include \"data/Db.h\"", false},
         ArrowCase{"util/A.cpp", "/* #include \"data/Db.h\" */", false},
         ArrowCase{"gui/A.cpp", "#include \"ui_frmSelCursos.h\"", false},
-        ArrowCase{"data/A.cpp", "#include <sqlite3.h>", false},
-        ArrowCase{"data/A.cpp", "#include <QString>", false},
+        ArrowCase{"data/A.cpp", "#include <sqlite3.h>", false}, ArrowCase{"data/A.cpp", "#include <QString>", false},
         // forbidden arrows
-        ArrowCase{"util/A.cpp", "#include \"data/Db.h\"", true},
-        ArrowCase{"data/A.cpp", "#include \"session/Ctx.h\"", true},
+        ArrowCase{"util/A.cpp", "#include \"data/Db.h\"", true}, ArrowCase{"data/A.cpp", "#include \"session/Ctx.h\"", true},
         ArrowCase{"controls/A.cpp", "#include \"session/Ctx.h\"", true},
         ArrowCase{"controls/A.h", "  #  include \"data/Db.h\"", true},
         ArrowCase{"controls/A.cpp", "#include \"../session/Ctx.h\"", true},
@@ -98,17 +99,14 @@ INSTANTIATE_TEST_SUITE_P(
         ArrowCase{"wizard/A.cpp", "#include \"gui/View.h\"", true},
         ArrowCase{"generator/A.cpp", "#include \"merge/Merge.h\"", true},
         ArrowCase{"merge/A.cpp", "#include \"session/Ctx.h\"", true},
-        ArrowCase{"gui/A.cpp", "#include \"session/Ctx.h\"", true},
-        ArrowCase{"gui/A.cpp", "#include \"util/Text.h\"", true},
+        ArrowCase{"gui/A.cpp", "#include \"session/Ctx.h\"", true}, ArrowCase{"gui/A.cpp", "#include \"util/Text.h\"", true},
         ArrowCase{"report/A.cpp", "#include \"data/Db.h\"", true},
         // Qt Widgets outside the window folders
-        ArrowCase{"gui/A.cpp", "#include <QDialog>", false},
-        ArrowCase{"app/A.cpp", "#include <QApplication>", false},
+        ArrowCase{"gui/A.cpp", "#include <QDialog>", false}, ArrowCase{"app/A.cpp", "#include <QApplication>", false},
         ArrowCase{"addin/A.cpp", "#include <QtWidgets/QWidget>", false},
         ArrowCase{"wizard/A.cpp", "#include <QMessageBox>", true},
         ArrowCase{"controls/A.h", "#include <QtWidgets/QWidget>", true},
-        ArrowCase{"session/A.cpp", "#include <QtWidgets>", true},
-        ArrowCase{"data/A.cpp", "#include <qwidget.h>", true}));
+        ArrowCase{"session/A.cpp", "#include <QtWidgets>", true}, ArrowCase{"data/A.cpp", "#include <qwidget.h>", true}));
 
 TEST(LayerCheck, ReportsEveryViolationOfATreeInFileOrder)
 {
@@ -139,8 +137,7 @@ TEST(LayerCheck, QtWidgetsHeadersAreReadFromTheInstalledModule)
 TEST(LayerCheck, SourceTreeKeepsTheLayers)
 {
     ASSERT_TRUE(QFileInfo(QString(M182_SOURCE_DIR) + "/util").isDir()) << M182_SOURCE_DIR;
-    const QList<LayerViolation> violations =
-        checkLayers(M182_SOURCE_DIR, headerNamesIn(M182_QT_WIDGETS_INCLUDE_DIR));
+    const QList<LayerViolation> violations = checkLayers(M182_SOURCE_DIR, headerNamesIn(M182_QT_WIDGETS_INCLUDE_DIR));
     EXPECT_TRUE(violations.isEmpty()) << describe(violations).toStdString();
 }
 
