@@ -113,9 +113,13 @@ QString arrowProblem(const QString &from, const QString &to, const QString &incl
            + "\"); it may include from: " + (allowed.isEmpty() ? QString("nothing") : allowed.join(", "));
 }
 
+// A Qt Widgets class header, the module header, or a window class that uic
+// generates from a .ui file (ui_*.h).
 bool isWidgetsHeader(const QString &included, const QSet<QString> &widgetHeaders)
 {
-    return included == "QtWidgets" || included.startsWith("QtWidgets/") || widgetHeaders.contains(included);
+    const QString fileName = included.section('/', -1);
+    return included == "QtWidgets" || included.startsWith("QtWidgets/") || widgetHeaders.contains(included)
+           || (fileName.startsWith("ui_") && fileName.endsWith(".h"));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <ostream>
+#include <string>
 
 inline void PrintTo(const QString &text, std::ostream *os)
 {
@@ -51,6 +52,7 @@ class LayerArrows : public testing::TestWithParam<ArrowCase>
 TEST_P(LayerArrows, AreReportedWithFileAndLineOnlyWhenTheTableForbidsThem)
 {
     const ArrowCase c = GetParam();
+    SCOPED_TRACE(std::string(c.file) + ": " + c.line);
     Tree tree;
     for (const char *header : {"util/Text.h", "data/Db.h", "controls/Form.h", "session/Ctx.h", "wizard/Step.h",
                                "catalogue/List.h", "generator/Gen.h", "merge/Merge.h", "gui/View.h", "app/Host.h"})
@@ -69,44 +71,52 @@ TEST_P(LayerArrows, AreReportedWithFileAndLineOnlyWhenTheTableForbidsThem)
     EXPECT_TRUE(describe(violations).startsWith(QString(c.file) + ":3: ")) << describe(violations).toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, LayerArrows,
-    testing::Values(
-        // allowed arrows, one per row of the table, and the same folder
-        ArrowCase{"data/A.cpp", "#include \"util/Text.h\"", false},
-        ArrowCase{"controls/A.cpp", "#include \"util/Text.h\"", false},
-        ArrowCase{"session/A.cpp", "#include \"controls/Form.h\"", false},
-        ArrowCase{"wizard/A.cpp", "#include \"session/Ctx.h\"", false},
-        ArrowCase{"catalogue/A.cpp", "#include \"wizard/Step.h\"", false},
-        ArrowCase{"generator/A.cpp", "#include \"data/Db.h\"", false},
-        ArrowCase{"merge/A.cpp", "#include \"util/Text.h\"", false},
-        ArrowCase{"gui/A.cpp", "#include \"catalogue/List.h\"", false},
-        ArrowCase{"app/A.cpp", "#include \"session/Ctx.h\"", false},
-        ArrowCase{"addin/A.cpp", "#include \"gui/View.h\"", false}, ArrowCase{"wizard/A.cpp", "#include \"Step.h\"", false},
-        ArrowCase{"util/A.cpp", "#include \"util/Text.h\"", false},
-        // not include lines, or not ours
-        ArrowCase{"util/A.cpp", "// #include \"data/Db.h\"", false},
-        ArrowCase{"util/A.cpp", "/* #include \"data/Db.h\" */", false},
-        ArrowCase{"gui/A.cpp", "#include \"ui_frmSelCursos.h\"", false},
-        ArrowCase{"data/A.cpp", "#include <sqlite3.h>", false}, ArrowCase{"data/A.cpp", "#include <QString>", false},
-        // forbidden arrows
-        ArrowCase{"util/A.cpp", "#include \"data/Db.h\"", true}, ArrowCase{"data/A.cpp", "#include \"session/Ctx.h\"", true},
-        ArrowCase{"controls/A.cpp", "#include \"session/Ctx.h\"", true},
-        ArrowCase{"controls/A.h", "  #  include \"data/Db.h\"", true},
-        ArrowCase{"controls/A.cpp", "#include \"../session/Ctx.h\"", true},
-        ArrowCase{"controls/A.cpp", "#include <session/Ctx.h>", true},
-        ArrowCase{"session/A.cpp", "#include \"wizard/Step.h\"", true},
-        ArrowCase{"wizard/A.cpp", "#include \"gui/View.h\"", true},
-        ArrowCase{"generator/A.cpp", "#include \"merge/Merge.h\"", true},
-        ArrowCase{"merge/A.cpp", "#include \"session/Ctx.h\"", true},
-        ArrowCase{"gui/A.cpp", "#include \"session/Ctx.h\"", true}, ArrowCase{"gui/A.cpp", "#include \"util/Text.h\"", true},
-        ArrowCase{"report/A.cpp", "#include \"data/Db.h\"", true},
-        // Qt Widgets outside the window folders
-        ArrowCase{"gui/A.cpp", "#include <QDialog>", false}, ArrowCase{"app/A.cpp", "#include <QApplication>", false},
-        ArrowCase{"addin/A.cpp", "#include <QtWidgets/QWidget>", false},
-        ArrowCase{"wizard/A.cpp", "#include <QMessageBox>", true},
-        ArrowCase{"controls/A.h", "#include <QtWidgets/QWidget>", true},
-        ArrowCase{"session/A.cpp", "#include <QtWidgets>", true}, ArrowCase{"data/A.cpp", "#include <qwidget.h>", true}));
+const ArrowCase kArrowCases[] = {
+    // allowed arrows, one per row of the table, and the same folder
+    {"data/A.cpp", "#include \"util/Text.h\"", false},
+    {"controls/A.cpp", "#include \"util/Text.h\"", false},
+    {"session/A.cpp", "#include \"controls/Form.h\"", false},
+    {"wizard/A.cpp", "#include \"session/Ctx.h\"", false},
+    {"catalogue/A.cpp", "#include \"wizard/Step.h\"", false},
+    {"generator/A.cpp", "#include \"data/Db.h\"", false},
+    {"merge/A.cpp", "#include \"util/Text.h\"", false},
+    {"gui/A.cpp", "#include \"catalogue/List.h\"", false},
+    {"app/A.cpp", "#include \"session/Ctx.h\"", false},
+    {"addin/A.cpp", "#include \"gui/View.h\"", false},
+    {"wizard/A.cpp", "#include \"Step.h\"", false},
+    {"util/A.cpp", "#include \"util/Text.h\"", false},
+    // not include lines, or not ours
+    {"util/A.cpp", "// #include \"data/Db.h\"", false},
+    {"util/A.cpp", "/* #include \"data/Db.h\" */", false},
+    {"gui/A.cpp", "#include \"ui_frmSelCursos.h\"", false},
+    {"data/A.cpp", "#include <sqlite3.h>", false},
+    {"data/A.cpp", "#include <QString>", false},
+    // forbidden arrows
+    {"util/A.cpp", "#include \"data/Db.h\"", true},
+    {"data/A.cpp", "#include \"session/Ctx.h\"", true},
+    {"controls/A.cpp", "#include \"session/Ctx.h\"", true},
+    {"controls/A.h", "  #  include \"data/Db.h\"", true},
+    {"controls/A.cpp", "#include \"../session/Ctx.h\"", true},
+    {"controls/A.cpp", "#include <session/Ctx.h>", true},
+    {"session/A.cpp", "#include \"wizard/Step.h\"", true},
+    {"wizard/A.cpp", "#include \"gui/View.h\"", true},
+    {"generator/A.cpp", "#include \"merge/Merge.h\"", true},
+    {"merge/A.cpp", "#include \"session/Ctx.h\"", true},
+    {"gui/A.cpp", "#include \"session/Ctx.h\"", true},
+    {"gui/A.cpp", "#include \"util/Text.h\"", true},
+    {"report/A.cpp", "#include \"data/Db.h\"", true},
+    // Qt Widgets outside the window folders
+    {"gui/A.cpp", "#include <QDialog>", false},
+    {"app/A.cpp", "#include <QApplication>", false},
+    {"addin/A.cpp", "#include <QtWidgets/QWidget>", false},
+    {"wizard/A.cpp", "#include <QMessageBox>", true},
+    {"controls/A.h", "#include <QtWidgets/QWidget>", true},
+    {"session/A.cpp", "#include <QtWidgets>", true},
+    {"data/A.cpp", "#include <qwidget.h>", true},
+    {"wizard/A.cpp", "#include \"ui_frmSelCursos.h\"", true},
+};
+
+INSTANTIATE_TEST_SUITE_P(Table, LayerArrows, testing::ValuesIn(kArrowCases));
 
 TEST(LayerCheck, ReportsEveryViolationOfATreeInFileOrder)
 {
