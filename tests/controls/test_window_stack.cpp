@@ -1,4 +1,5 @@
 #include "TestUi.h"
+#include "controls/Controls.h"
 #include "controls/Form.h"
 
 #include <gtest/gtest.h>
@@ -113,4 +114,36 @@ TEST(TestUiScript, QuestionsAreAnsweredInOrderAndMessagesRecorded)
     EXPECT_EQ(ui.Messages()[0].icon, vbQuestion);
     EXPECT_EQ(ui.Messages()[0].buttons, vbYesNo);
     EXPECT_EQ(ui.Messages()[2].icon, vbInformation);
+}
+
+// A window closed by its own button handler lives until that handler has
+// returned: the rest of the handler still runs on a live window.
+TEST(WindowLifetime, AWindowClosedByItsOwnHandlerDiesOnlyAfterTheHandler)
+{
+    class Closing : public Form
+    {
+    public:
+        Closing(Ui &ui, bool &alive) : Form(ui, "frmCierre", "Cierre"), m_alive(alive) { m_alive = true; }
+        ~Closing() override { m_alive = false; }
+        CommandButton cmdCerrar{this, "cmdCerrar", "Cerrar"};
+        bool &m_alive;
+    };
+    TestUi ui;
+    bool alive = false;
+    bool aliveAfterUnload = false;
+    {
+        auto form = std::make_shared<Closing>(ui, alive);
+        Closing *raw = form.get();
+        raw->cmdCerrar.Click = [raw, &alive, &aliveAfterUnload] {
+            raw->Unload();
+            aliveAfterUnload = alive;
+            raw->cmdCerrar.SetCaption("Cerrado"); // still its own window
+        };
+        ui.ShowModal(form);
+    }
+    ASSERT_TRUE(alive);
+    static_cast<Closing *>(ui.Stack().Top())->cmdCerrar.Press();
+    EXPECT_TRUE(aliveAfterUnload);
+    EXPECT_FALSE(alive); // gone once the handler returned
+    EXPECT_TRUE(ui.OpenWindows().isEmpty());
 }

@@ -1,5 +1,7 @@
 #include "WizardFixture.h"
 
+#include "session/SessionSettings.h"
+
 #include "wizard/frmActividadAlumno.h"
 #include "wizard/frmActividadMes.h"
 #include "wizard/frmActividadPonderacion.h"
@@ -79,4 +81,40 @@ TEST_F(WizardFlow, AWizardOpenedBeforeTheSessionFailsWithAMessage)
         EXPECT_EQ(error.Message(), "No hay conexión «conexionAppEntrada»: el programa principal no ha entregado la sesión.");
     }
     EXPECT_TRUE(ui.OpenWindows().isEmpty());
+}
+
+// Two runs of the add-in in one process, on two schools: neither sees the
+// other's session, declaration database, choices or close-all flag.
+TEST(TwoRuns, SideBySideTheyDoNotMeet)
+{
+    QTemporaryDir dirA, dirB;
+    InstallationDescription a = SmallSchool(), b = SmallSchool();
+    b.school.id = 9;
+    b.school.name = "Colegio del Otro Lado";
+    b.years.removeLast();
+    const InstallationPaths pathsA = BuildInstallation(dirA.path(), a), pathsB = BuildInstallation(dirB.path(), b);
+    TestUi uiA, uiB;
+    cAsignarDatos addinA(uiA), addinB(uiB);
+    addinA.ObtenerDatos(SessionSettings::Load(pathsA.iniFile).BuildSession());
+    addinB.ObtenerDatos(SessionSettings::Load(pathsB.iniFile).BuildSession());
+    addinA.ActivarFormulario();
+    addinB.ActivarFormulario();
+    auto &first = dynamic_cast<frmSelCursos &>(*uiA.Stack().Top());
+    auto &second = dynamic_cast<frmSelCursos &>(*uiB.Stack().Top());
+    EXPECT_EQ(first.cboCentro.Texts(), QStringList{"Colegio San Prueba"});
+    EXPECT_EQ(second.cboCentro.Texts(), QStringList{"Colegio del Otro Lado"});
+    first.cboCentro.SetListIndex(0);
+    second.cboCentro.SetListIndex(0);
+    EXPECT_EQ(first.lstDisponibles.ListCount(), 2);
+    EXPECT_EQ(second.lstDisponibles.ListCount(), 1);
+    EXPECT_EQ(addinA.Run()->conM182().Property("Data Source"), pathsA.rutaBD + "/Modelo182.mdb");
+    EXPECT_EQ(addinB.Run()->conM182().Property("Data Source"), pathsB.rutaBD + "/Modelo182.mdb");
+    EXPECT_NE(&addinA.Run()->Componentes(), &addinB.Run()->Componentes());
+
+    addinB.Run()->blnSalir = true; // one run closing never closes the other
+    EXPECT_FALSE(addinA.Run()->blnSalir);
+    second.cmdCancelar.Press();
+    EXPECT_TRUE(uiB.OpenWindows().isEmpty());
+    EXPECT_EQ(uiA.OpenWindows(), QStringList{"frmSelCursos"});
+    first.cmdCancelar.Press();
 }

@@ -257,3 +257,51 @@ TEST_F(DeductionStep, UnloadClosesTheDeclarationConnection)
     Top<frmActividadPonderacion>().cmdAnterior.Press();
     EXPECT_EQ(run().conM182().State(), Connection::adStateClosed);
 }
+
+// What the host's data and the catalogue dialogs allow must never be lost in
+// silence: a type name holding " - ", activity names holding " <-> " or
+// ending in blanks, a community the collection does not hold.
+TEST_F(DeductionStep, UnusualNamesKeepTheirPairsOrAreRefusedByName)
+{
+    description.years[0].activities = {{1, "Comedor <-> tarde", 90.0}, {2, "Transporte   ", 40.0}, {3, "Comedor", 30.0}};
+    frmActividadPonderacion &form = OpenStep();
+    AssignAll(form, "Cuota de socio - 12,5%");
+    form.cmdSiguiente.Press();
+    EXPECT_TRUE(ui.MessageTexts().isEmpty()) << ui.MessageTexts().join('\n').toStdString();
+    for (const char *id : {"1", "2", "3"}) {
+        EXPECT_EQ(Activity(id)->TipoDonativoDeduccion, "Cuota de socio - 12,5%") << id;
+        EXPECT_EQ(Activity(id)->Deduccion, 12) << id; // rounded half to even
+    }
+    Top<frmActividadAlumno>().cmdAnterior.Press();
+    Pick(form.lstActPorc, "2023-2024 - Comedor <-> tarde <-> Cuota de socio - 12,5%");
+    form.cmdEliminar.Press();
+    EXPECT_EQ(form.lstActividad.Texts(), QStringList{"2023-2024 - Comedor <-> tarde"});
+    EXPECT_EQ(Activity("1")->TipoDonativoDeduccion, "");
+    EXPECT_EQ(Activity("3")->TipoDonativoDeduccion, "Cuota de socio - 12,5%");
+
+    // A type the catalogue dialogs let through with " - " in its name.
+    run().OpenM182().Execute("INSERT INTO TipoDonativos (IDTipoDonativo, TipoDonativo, CodigoDonativo) "
+                             "VALUES (4, 'Donativo - extra', 'D4')");
+    run().OpenM182().Execute("INSERT INTO TipoDonativos_Deducciones VALUES (4, 1)");
+    form.LoadCatalogues();
+    Assign(form, "2023-2024 - Comedor <-> tarde", "Donativo - extra - 80%");
+    ui.ClearLog();
+    form.cmdSiguiente.Press();
+    ExpectOnlyMessage("No se puede leer el porcentaje de la actividad «2023-2024 - Comedor <-> tarde» en «Donativo - "
+                      "extra - 80%». Cambie el nombre del tipo de donativo para que no contenga « - » y vuelva a "
+                      "asignarlo.");
+    EXPECT_EQ(ui.OpenWindows().last(), "frmActividadPonderacion");
+    EXPECT_EQ(Activity("1")->TipoDonativoDeduccion, ""); // nothing written
+}
+
+TEST_F(DeductionStep, AChoiceForACommunityTheCollectionLacksGetsItsOwnRecord)
+{
+    frmActividadPonderacion &form = OpenStep();
+    cursos->colComAut.Remove("2"); // a collection rebuilt from older saved work
+    form.chkComunidad.SetValue(1);
+    Pick(form.cboComAut, "Aragón");
+    Pick(form.cboDeduccion, "10%");
+    ASSERT_TRUE(cursos->colComAut.Contains("2"));
+    EXPECT_EQ(std::tuple(Community("2")->IDDeduccion, Community("2")->Valor, Community("2")->Estado),
+              std::tuple(qint16(5), 10.0f, quint8(1)));
+}
