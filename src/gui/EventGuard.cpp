@@ -5,10 +5,28 @@
 #include <QString>
 #include <exception>
 
+namespace {
+
+// The window of the running handler stays alive until it returns.
+class HandlerScope
+{
+public:
+    explicit HandlerScope(Ui &ui) : m_ui(ui) { m_ui.EnterHandler(); }
+    ~HandlerScope() { m_ui.LeaveHandler(); }
+    HandlerScope(const HandlerScope &) = delete;
+    HandlerScope &operator=(const HandlerScope &) = delete;
+
+private:
+    Ui &m_ui;
+};
+
+} // namespace
+
 void RunGuarded(Ui &ui, const std::function<void()> &handler)
 {
     QString error;
     try {
+        const HandlerScope scope(ui);
         handler();
         return;
     } catch (const std::exception &e) {

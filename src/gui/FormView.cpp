@@ -5,6 +5,8 @@
 #include "gui/ViewFactory.h"
 
 #include <QCloseEvent>
+#include <QLineEdit>
+#include <QTableView>
 #include <QFileInfo>
 #include <QIcon>
 
@@ -18,6 +20,35 @@ FormView::FormView(Form &form, const ViewFactory &views, QWidget *parent) : QDia
     setWindowModality(Qt::ApplicationModal);
     setSizeGripEnabled(true);
     m_binder = new ViewBinder(form, *this);
+    PlaceCellEditors();
+}
+
+void FormView::PlaceCellEditors()
+{
+    // A window's edit box named txtValor lies over the current cell of its
+    // grid whenever it is shown, as the grid's in-place editor.
+    auto *editor = findChild<QLineEdit *>(QStringLiteral("txtValor"));
+    auto *grid = findChild<QTableView *>(QStringLiteral("msgMod182"));
+    if (!editor || !grid)
+        return;
+    editor->installEventFilter(this);
+    m_cellEditor = editor;
+    m_cellGrid = grid;
+}
+
+bool FormView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_cellEditor && event->type() == QEvent::Show && m_cellGrid) {
+        const QRect cell = m_cellGrid->visualRect(m_cellGrid->currentIndex());
+        if (cell.isValid()) {
+            const QPoint topLeft = m_cellGrid->viewport()->mapTo(this, cell.topLeft());
+            m_cellEditor->setGeometry(QRect(topLeft, cell.size()).adjusted(0, -1, 2, 1));
+        }
+        m_cellEditor->raise();
+        m_cellEditor->setFocus(Qt::MouseFocusReason);
+        m_cellEditor->selectAll();
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 FormView::~FormView() = default;

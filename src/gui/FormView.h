@@ -1,6 +1,10 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
+
+class QLineEdit;
+class QTableView;
 
 class Form;
 class ViewBinder;
@@ -26,6 +30,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 public Q_SLOTS:
     // Escape does not close a wizard window: only its buttons and the
@@ -33,6 +38,10 @@ public Q_SLOTS:
     void reject() override {}
 
 private:
+    void PlaceCellEditors();
+
     Form *m_form;
+    QPointer<QLineEdit> m_cellEditor;
+    QPointer<QTableView> m_cellGrid;
     ViewBinder *m_binder = nullptr;
 };

@@ -59,18 +59,21 @@ void ViewBinder::ShowGridLayout(FlexGrid &grid, QTableView &view)
     view.verticalHeader()->setDefaultSectionSize(rowHeight);
     view.horizontalHeader()->setMinimumHeight(rowHeight + 4);
 
-    QFont bold = view.font();
+    // Measured in the header's own font, as the style sheet draws it.
+    QFont bold = view.horizontalHeader()->font();
     bold.setBold(true);
     const QFontMetrics headerMetrics(bold);
+    view.horizontalHeader()->setTextElideMode(Qt::ElideRight);
     for (int col = 0; col < grid.Cols(); ++col) {
         const int twips = grid.ColWidth(col);
         view.setColumnHidden(col, twips == 0);
         if (twips == 0)
             continue;
         int width = ToPixels(twips);
-        // A column of default width is at least as wide as its header.
-        if (grid.HasDefaultWidth(col) && header)
-            width = std::max(width, headerMetrics.horizontalAdvance(grid.TextMatrix(0, col)) + 24);
+        // A column is at least as wide as its header: the widths are the
+        // original grid's, whose fonts were narrower than today's.
+        if (header)
+            width = std::max(width, headerMetrics.horizontalAdvance(grid.TextMatrix(0, col)) + 32);
         view.setColumnWidth(col, width);
     }
 }
@@ -115,7 +118,7 @@ void ViewBinder::BindGrid(FlexGrid &grid, QTableView &view)
     view.setStyleSheet(QStringLiteral("QTableView { gridline-color: #C8CDD3; }"
                                       " QHeaderView::section { background-color: %1; border: none;"
                                       " border-right: 1px solid #B8BEC6; border-bottom: 1px solid #B8BEC6;"
-                                      " padding: 1px 2px; font-weight: bold; }")
+                                      " padding: 1px 2px; font-weight: 600; }")
                            .arg(FlexGridStyle::HeaderBackground().name()));
 
     const auto showState = [this, &grid, &view] { ShowCommonState(grid, view); };
