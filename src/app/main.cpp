@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <optional>
 #include <cstdio>
 
 namespace {
@@ -20,6 +21,8 @@ const char *const kUsage =
     "Uso:\n"
     "  modelo182 [--session FICHERO]   abre el asistente del modelo 182 (por defecto, la instalación de demostración)\n"
     "  modelo182 demo CARPETA          crea una instalación de demostración en CARPETA\n"
+    "      [--students N] [--years A] [--activities M] [--seed S]\n"
+    "                                  un colegio generado de ese tamaño (p. ej. para medir la velocidad)\n"
     "  modelo182 --help                muestra esta ayuda\n";
 
 void Print(FILE *stream, const QString &text)
@@ -27,10 +30,11 @@ void Print(FILE *stream, const QString &text)
     std::fprintf(stream, "%s\n", text.toLocal8Bit().constData());
 }
 
-int CreateDemo(const QString &folder)
+int CreateDemo(const QString &folder, const std::optional<SchoolSize> &size)
 {
     try {
-        const InstallationPaths paths = CreateDemoInstallation(folder);
+        const InstallationPaths paths =
+            size ? BuildInstallation(folder, GeneratedSchool(*size)) : CreateDemoInstallation(folder);
         if (!WriteDemoIcon(paths.iconFile))
             Print(stderr, QStringLiteral("Aviso: no se ha podido escribir el icono «%1».").arg(paths.iconFile));
         Print(stdout, QStringLiteral("Instalación de demostración creada en %1").arg(paths.root));
@@ -57,12 +61,42 @@ int main(int argc, char **argv)
     }
 
     if (!args.isEmpty() && args.first() == QLatin1String("demo")) {
-        if (args.size() != 2) {
+        std::optional<SchoolSize> size;
+        QString folder;
+        for (int i = 1; i < args.size(); ++i) {
+            const QString &arg = args.at(i);
+            const bool sized = arg == QLatin1String("--students") || arg == QLatin1String("--years")
+                || arg == QLatin1String("--activities") || arg == QLatin1String("--seed");
+            if (sized && i + 1 < args.size()) {
+                bool ok = false;
+                const uint value = args.at(++i).toUInt(&ok);
+                if (!ok || value == 0 || value > 1000000) {
+                    Print(stderr, QStringLiteral("El valor de ") + arg + QStringLiteral(" debe ser un número entero positivo."));
+                    return 2;
+                }
+                if (!size)
+                    size = SchoolSize{};
+                if (arg == QLatin1String("--students"))
+                    size->students = int(value);
+                else if (arg == QLatin1String("--years"))
+                    size->years = int(qMin(value, 20u));
+                else if (arg == QLatin1String("--activities"))
+                    size->activities = int(qMin(value, 9u));
+                else
+                    size->seed = value;
+            } else if (folder.isEmpty() && !arg.startsWith(QLatin1String("--"))) {
+                folder = arg;
+            } else {
+                std::fputs(kUsage, stderr);
+                return 2;
+            }
+        }
+        if (folder.isEmpty()) {
             std::fputs(kUsage, stderr);
             return 2;
         }
         QCoreApplication app(argc, argv);
-        return CreateDemo(args.at(1));
+        return CreateDemo(folder, size);
     }
 
     QString sessionFile = DefaultDemoFolder() + QStringLiteral("/modelo182.ini");

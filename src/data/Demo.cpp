@@ -2,9 +2,12 @@
 
 #include "util/NifCif.h"
 
+#include <QHash>
+#include <QSet>
 #include <QStringList>
 
 #include <cmath>
+#include <map>
 #include <random>
 
 namespace {
@@ -328,27 +331,36 @@ MonthFlags EnrolmentMonths(Random &random, bool schoolMonths)
     return schoolMonths ? SchoolMonths() : Months({10, 11, 12, 1, 2, 3, 4, 5});
 }
 
+// Which activities a year offers and how many students take them.
+struct YearPlan
+{
+    int activities = 9;          // the first ones of kActivities
+    bool theatreFromSecond = true;
+    int participation = 100;     // percent of each activity's usual share
+    bool lastYears = false;      // a generated school: every student every year
+};
+
 YearDescription MakeYear(Random &random, int id, const QString &name, double priceFactor,
-                         const QList<Family> &families)
+                         const QList<Family> &families, const YearPlan &yearPlan = {})
 {
     YearDescription year;
     year.id = id;
     year.name = name;
     year.fileName = QStringLiteral("curso%1.db").arg(name);
     for (const ActivityPlan &plan : kActivities) {
-        if (plan.id == 9 && id == 1)
+        if ((plan.id == 9 && id == 1 && yearPlan.theatreFromSecond) || plan.id > yearPlan.activities)
             continue;
         year.activities.append({plan.id, QString::fromUtf8(plan.name), Money(plan.price * priceFactor)});
     }
     for (const Family &family : families) {
         year.members += family.members;
         for (const Kid &kid : family.kids) {
-            if ((id == 1 && kid.onlySecondYear) || (id == 2 && kid.onlyFirstYear))
+            if (!yearPlan.lastYears && ((id == 1 && kid.onlySecondYear) || (id == 2 && kid.onlyFirstYear)))
                 continue;
             year.students << kid.student;
             for (const ActivityDescription &activity : year.activities) {
                 const ActivityPlan &plan = kActivities[activity.id - 1];
-                if (!random.Percent(plan.percent))
+                if (!random.Percent(qMin(95, plan.percent * yearPlan.participation / 100)))
                     continue;
                 double price = *activity.price;
                 if (plan.id == 1 && kid.order > 0)
@@ -364,7 +376,10 @@ YearDescription MakeYear(Random &random, int id, const QString &name, double pri
                     continue;
                 }
                 int payer = m.at(family.mainPayer).id;
-                const int roll = random.Below(100);
+                // A generated school keeps each child's payer of an activity
+                // from year to year, as families do.
+                const int roll = yearPlan.lastYears ? int((kid.student.id * 37u + (activity.id > 3 ? 53u : 0u)) % 100u)
+                                                    : random.Below(100);
                 if (roll < 2)
                     payer = 0;                                   // nobody on file pays it
                 else if (roll < 14 && m.size() > 1)
@@ -411,6 +426,96 @@ InstallationDescription DemoSchool()
     description.session.numeroJustificante = QStringLiteral("1820000000001");
     description.session.delegacion = QStringLiteral("Madrid");
     description.session.domicilio = QStringLiteral("Calle de las Acacias, 12, 28045 Madrid");
+    return description;
+}
+
+namespace {
+
+// The saved work of a school whose donor grid was built from all its years,
+// activities and months: every cell's amount, every donor declared but
+// those with an identifier that does not validate.
+SavedWorkDescription SnapshotOf(const InstallationDescription &school)
+{
+    SavedWorkDescription saved;
+    QSet<QPair<int, int>> donors;
+    for (const YearDescription &year : school.years) {
+        QHash<int, QString> activityNames;
+        for (const ActivityDescription &activity : year.activities) {
+            activityNames.insert(activity.id, activity.name);
+            const QString conBD = year.connectionString.value_or(QStringLiteral("Provider=SQLite;Data Source=datos/")
+                                                                 + year.fileName);
+            saved.activities.append({year.id, year.name, conBD, activity.id, activity.name, 80, QStringLiteral("D1"),
+                                     QStringLiteral("Donativo - 80%"), QStringLiteral("111111111111")});
+        }
+        QHash<int, const MemberDescription *> members;
+        for (const MemberDescription &member : year.members)
+            members.insert(member.id, &member);
+        std::map<std::tuple<int, int, int>, double> cells;
+        QList<std::tuple<int, int, int>> order;
+        for (const EnrolmentDescription &e : year.enrolments) {
+            int months = 0;
+            for (const std::optional<int> &flag : e.months)
+                months += flag.value_or(0) != 0;
+            const auto key = std::make_tuple(e.student, e.payer, e.activity);
+            if (!cells.count(key))
+                order << key;
+            cells[key] += e.price.value_or(0) * months;
+        }
+        for (const auto &key : order) {
+            const auto [student, payer, activity] = key;
+            saved.payments.append({student, payer, year.id, activity, std::round(cells[key] * 100) / 100});
+            if (donors.contains({student, payer}))
+                continue;
+            donors.insert({student, payer});
+            const MemberDescription *m = members.value(payer);
+            QString nif = m ? m->dni : QString();
+            nif.remove(QLatin1Char('-'));
+            QString check = nif;
+            bool valid = false;
+            try {
+                valid = !check.isEmpty() && ValidarNIFCIF(check);
+            } catch (...) {
+            }
+            saved.donors.append({student, payer, m ? m->name : QString(), m ? m->surname1 : QString(),
+                                 m ? m->surname2 : QString(), nif, valid});
+        }
+    }
+    return saved;
+}
+
+} // namespace
+
+InstallationDescription GeneratedSchool(const SchoolSize &size)
+{
+    Random random(size.seed);
+    InstallationDescription description = DemoSchool();
+    description.years.clear();
+    QList<Family> families;
+    int nextMember = 100001;
+    int nextStudent = 1;
+    for (int id = 1; nextStudent <= size.students; ++id)
+        families << MakeFamily(random, id, nextMember, nextStudent);
+    // Trim the last family to the exact number of students.
+    while (!families.isEmpty() && nextStudent - 1 > size.students) {
+        Family &last = families.last();
+        last.kids.removeLast();
+        --nextStudent;
+        if (last.kids.isEmpty())
+            families.removeLast();
+    }
+    YearPlan plan;
+    plan.activities = qBound(1, size.activities, 9);
+    plan.theatreFromSecond = false;
+    plan.participation = 320;
+    plan.lastYears = true;
+    const int firstYear = 2026 - size.years;
+    for (int y = 1; y <= size.years; ++y) {
+        const QString name = QString::number(firstYear + y - 1) + QLatin1Char('-') + QString::number(firstYear + y);
+        description.years << MakeYear(random, y, name, 1.0 + 0.03 * (y - 1), families, plan);
+    }
+    description.session.currentYear = size.years;
+    if (size.savedWork)
+        description.savedWork = SnapshotOf(description);
     return description;
 }
 

@@ -15,5 +15,22 @@
 // every call (a fixed seed).
 InstallationDescription DemoSchool();
 
+// A generated school of a chosen size, for trying the program on a large
+// school and for the benchmark: `students` students (about 1.4 per family,
+// so about 1.5 student-payer pairs each), `years` school years ("2021-2022"
+// onwards, ids 1, 2, ...) with the first `activities` activities of the demo
+// each (at most 9), every student enrolled in about half of them, and, when
+// `savedWork` is set, a saved-work snapshot covering every cell of the donor
+// grid. The same size and seed give the same school.
+struct SchoolSize
+{
+    int students = 3000;
+    int years = 3;
+    int activities = 8;
+    quint32 seed = 182;
+    bool savedWork = true;
+};
+InstallationDescription GeneratedSchool(const SchoolSize &size);
+
 // Builds the demo installation in `dir` (see BuildInstallation).
 InstallationPaths CreateDemoInstallation(const QString &dir);

@@ -177,6 +177,11 @@ void CreateSchoolDatabase(Connection &connection)
         {QStringLiteral("NIF"), kText},
         {QStringLiteral("Mostrar"), kBoolean},
     });
+    // The donor grid looks up each row's saved payer and each cell's saved
+    // amount: without these a large school's reload reads the tables over
+    // and over.
+    Exec(db, QStringLiteral("CREATE INDEX IF NOT EXISTS DatosModelo182_Celda ON DatosModelo182 (IDCC, IDAct, IDAL, IDMF)"));
+    Exec(db, QStringLiteral("CREATE INDEX IF NOT EXISTS ALMFModelo182_Fila ON ALMFModelo182 (IDAL, IDMF)"));
     Finish(connection, transaction);
 }
 

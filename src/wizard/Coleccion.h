@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <memory>
@@ -31,6 +32,7 @@ public:
     {
         if (Contains(key))
             throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» ya existe en la colección."), key);
+        m_index.insert(Folded(key), int(m_entries.size()));
         m_entries.append({key, std::move(item)});
     }
     Ptr Item(const QString &key) const
@@ -52,10 +54,15 @@ public:
         if (index < 0)
             throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» no existe en la colección."), key);
         m_entries.removeAt(index);
+        Reindex();
     }
     int Count() const { return int(m_entries.size()); }
     bool IsEmpty() const { return m_entries.isEmpty(); }
-    void Clear() { m_entries.clear(); }
+    void Clear()
+    {
+        m_entries.clear();
+        m_index.clear();
+    }
     QStringList Keys() const
     {
         QStringList keys;
@@ -79,15 +86,18 @@ private:
         QString key;
         Ptr item;
     };
-    int IndexOf(const QString &key) const
+    // Keys ignore case: the index holds them folded.
+    static QString Folded(const QString &key) { return key.toCaseFolded(); }
+    int IndexOf(const QString &key) const { return m_index.value(Folded(key), -1); }
+    void Reindex()
     {
+        m_index.clear();
         for (int i = 0; i < m_entries.size(); ++i)
-            if (m_entries.at(i).key.compare(key, Qt::CaseInsensitive) == 0)
-                return i;
-        return -1;
+            m_index.insert(Folded(m_entries.at(i).key), i);
     }
 
     QList<Entry> m_entries;
+    QHash<QString, int> m_index;
 };
 
 // Collection keys are ids written as decimal text.
