@@ -13,14 +13,9 @@ frmNPorcentaje::frmNPorcentaje(WizardRun &run, frmConfiguracion &configuracion)
     cmdCancelar.Click = [this] { cmdCancelar_Click(); };
 }
 
-void frmNPorcentaje::Form_Load()
-{
-    NewEntryDialog::Form_Load();
-    m_api = m_run.Componentes().CreateObjectAs<cCentroApi>(QString::fromLatin1(cCentroApi::ProgId));
-}
-
 void frmNPorcentaje::txtPorcentaje_KeyPress(int &keyAscii)
 {
+    // The host's object, created once for this dialog.
     if (!m_api)
         m_api = m_run.Componentes().CreateObjectAs<cCentroApi>(QString::fromLatin1(cCentroApi::ProgId));
     keyAscii = m_api->VerificarEuros(keyAscii, txtPorcentaje.Text(), m_run.Locale());

@@ -21,7 +21,6 @@ public:
     CommandButton cmdCancelar{this, QStringLiteral("cmdCancelar"), QStringLiteral("Cancelar")};
 
     QList<ControlBase *> MandatoryControls() override { return {&txtPorcentaje}; }
-    void Form_Load() override;
     // Every key goes through the host's amount filter first.
     void txtPorcentaje_KeyPress(int &keyAscii);
     void cmdAceptar_Click() { Accept(); }
