@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QEventLoop>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QUrl>
@@ -201,7 +202,11 @@ void QtUi::FormShown(Form &form)
     if (below) {
         // A step covers the one it came from, so the wizard reads as one
         // window whose pages change rather than a pile of offset windows.
-        QRect area(QPoint(0, 0), view->size().expandedTo(below->size()));
+        // A dialog of fixed size keeps it, centred on the window below
+        // (its layout sets that size once activated).
+        if (view->layout())
+            view->layout()->activate();
+        QRect area(QPoint(0, 0), view->size().expandedTo(below->size()).boundedTo(view->maximumSize()));
         area.moveCenter(below->geometry().center());
         view->setGeometry(area);
     }

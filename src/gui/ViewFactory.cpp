@@ -3,6 +3,10 @@
 #include "ui_frmActividadAlumno.h"
 #include "ui_frmActividadMes.h"
 #include "ui_frmActividadPonderacion.h"
+#include "ui_frmConfiguracion.h"
+#include "ui_frmNComAut.h"
+#include "ui_frmNPorcentaje.h"
+#include "ui_frmNTipoDeduccion.h"
 #include "ui_frmSelActividad.h"
 #include "ui_frmSelCursos.h"
 
@@ -32,6 +36,10 @@ ViewFactory::ViewFactory()
           {QStringLiteral("frmActividadMes"), FromUiFile<views::Ui_frmActividadMes>()},
           {QStringLiteral("frmActividadPonderacion"), FromUiFile<views::Ui_frmActividadPonderacion>()},
           {QStringLiteral("frmActividadAlumno"), FromUiFile<views::Ui_frmActividadAlumno>()},
+          {QStringLiteral("frmConfiguracion"), FromUiFile<views::Ui_frmConfiguracion>()},
+          {QStringLiteral("frmNComAut"), FromUiFile<views::Ui_frmNComAut>()},
+          {QStringLiteral("frmNPorcentaje"), FromUiFile<views::Ui_frmNPorcentaje>()},
+          {QStringLiteral("frmNTipoDeduccion"), FromUiFile<views::Ui_frmNTipoDeduccion>()},
       }
 {
 }

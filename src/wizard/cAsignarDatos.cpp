@@ -3,7 +3,7 @@
 #include "session/WizardRun.h"
 #include "wizard/frmSelCursos.h"
 
-cAsignarDatos::cAsignarDatos(Ui &ui) : m_ui(ui)
+cAsignarDatos::cAsignarDatos(Ui &ui, ComponentSetup setup) : m_ui(ui), m_setup(std::move(setup))
 {
 }
 
@@ -11,17 +11,23 @@ cAsignarDatos::~cAsignarDatos() = default;
 
 void cAsignarDatos::ObtenerDatos(const SesionHostPtr &ObjDatosSesion)
 {
-    if (!m_run)
-        m_run = std::make_unique<WizardRun>(m_ui);
-    m_run->CopySession(ObjDatosSesion);
+    EnsureRun().CopySession(ObjDatosSesion);
 }
 
 void cAsignarDatos::ActivarFormulario(quint8 bytNodoSeleccionado)
 {
     (void)bytNodoSeleccionado;
     // Without a session the first window refuses to load, with a message.
-    if (!m_run)
-        m_run = std::make_unique<WizardRun>(m_ui);
-    m_ui.ShowModal(std::make_shared<frmSelCursos>(*m_run));
+    m_ui.ShowModal(std::make_shared<frmSelCursos>(EnsureRun()));
     m_ui.RunUntilClosed();
+}
+
+WizardRun &cAsignarDatos::EnsureRun()
+{
+    if (!m_run) {
+        m_run = std::make_unique<WizardRun>(m_ui);
+        if (m_setup)
+            m_setup(m_run->Componentes());
+    }
+    return *m_run;
 }

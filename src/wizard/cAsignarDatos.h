@@ -2,8 +2,10 @@
 
 #include "session/SesionHost.h"
 
+#include <functional>
 #include <memory>
 
+class ObjectFactory;
 class Ui;
 class WizardRun;
 
@@ -12,8 +14,12 @@ class WizardRun;
 class cAsignarDatos
 {
 public:
+    // Registers, in each run's components, what the layers above the wizard
+    // provide (the catalogue maintenance window).
+    using ComponentSetup = std::function<void(ObjectFactory &)>;
+
     // The windows are shown through `ui` (the Qt front end, or a test's).
-    explicit cAsignarDatos(Ui &ui);
+    explicit cAsignarDatos(Ui &ui, ComponentSetup setup = {});
     ~cAsignarDatos();
 
     // Starts this add-in's run and copies the host's session into it. A
@@ -29,6 +35,10 @@ public:
     WizardRun *Run() const { return m_run.get(); }
 
 private:
+    // The run, started with its components on first use.
+    WizardRun &EnsureRun();
+
     Ui &m_ui;
+    ComponentSetup m_setup;
     std::unique_ptr<WizardRun> m_run;
 };

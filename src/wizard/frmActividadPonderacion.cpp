@@ -3,6 +3,7 @@
 #include "session/WizardRun.h"
 #include "session/cConstCol.h"
 #include "util/VbFormat.h"
+#include "wizard/ConfigurationWindowMaker.h"
 #include "wizard/FormSetup.h"
 #include "wizard/frmActividadAlumno.h"
 #include "wizard/frmSelCursos.h"
@@ -33,8 +34,9 @@ frmActividadPonderacion::frmActividadPonderacion(WizardRun &run, frmSelCursos &c
     cmdEliminar.Click = [this] { cmdEliminar_Click(); };
     cmdSiguiente.Click = [this] { cmdSiguiente_Click(); };
     cmdAnterior.Click = [this] { cmdAnterior_Click(); };
-    // The catalogue window comes with the catalogue maintenance.
-    cmdConfigurar.SetEnabled(false);
+    cmdConfigurar.Click = [this] { cmdConfigurar_Click(); };
+    // Offered when this run can make the catalogue window.
+    cmdConfigurar.SetEnabled(run.Componentes().IsRegistered(QString::fromLatin1(ConfigurationWindowMaker::ProgId)));
 }
 
 QList<ControlBase *> frmActividadPonderacion::MandatoryControls()
@@ -177,6 +179,14 @@ void frmActividadPonderacion::cboDeduccion_Click()
                       + QStringLiteral("» no es un número. Revise los porcentajes del catálogo."));
     comunidad->IDDeduccion = qint16(cboDeduccion.ItemData(cboDeduccion.ListIndex()));
     comunidad->Valor = float(*valor);
+}
+
+void frmActividadPonderacion::cmdConfigurar_Click()
+{
+    const auto maker = m_run.Componentes().CreateObjectAs<ConfigurationWindowMaker>(
+        QString::fromLatin1(ConfigurationWindowMaker::ProgId));
+    // The window refills this step's catalogue lists itself when accepted.
+    ui().ShowModal(maker->Create(m_run, m_cursos, *this));
 }
 
 void frmActividadPonderacion::cmdAnadir_Click()

@@ -45,6 +45,7 @@ public:
     void cmdEliminar_Click();
     void cmdSiguiente_Click();
     void cmdAnterior_Click() { Unload(); }
+    void cmdConfigurar_Click();
 
     // Refills the community and pair lists from the catalogue (on load, and
     // after the catalogue window was accepted).

@@ -1,4 +1,8 @@
 #include "GuiFixture.h"
+#include "catalogue/frmConfiguracion.h"
+#include "catalogue/frmNComAut.h"
+#include "catalogue/frmNPorcentaje.h"
+#include "catalogue/frmNTipoDeduccion.h"
 #include "gui/FormView.h"
 #include "gui/ViewBinder.h"
 #include "gui/ViewFactory.h"
@@ -148,7 +152,12 @@ TEST(WindowFiles, EveryWizardWindowFitsItsFormAndAMisfitIsNamed)
     frmActividadMes meses(run, cursos);
     frmActividadPonderacion porcentajes(run, cursos);
     frmActividadAlumno alumnos(run, cursos, porcentajes);
-    for (Form *form : std::initializer_list<Form *>{&cursos, &actividades, &meses, &porcentajes, &alumnos}) {
+    frmConfiguracion configuracion(run, cursos, porcentajes);
+    frmNComAut comunidad(run, configuracion);
+    frmNPorcentaje porcentaje(run, configuracion);
+    frmNTipoDeduccion tipo(run, configuracion);
+    for (Form *form : std::initializer_list<Form *>{&cursos, &actividades, &meses, &porcentajes, &alumnos, &configuracion,
+                                                    &comunidad, &porcentaje, &tipo}) {
         QDialog window;
         views.Build(form->Name(), window);
         EXPECT_EQ(ViewBinder::Mismatches(*form, window) + ViewBinder::UnboundWidgets(*form, window), QStringList())
