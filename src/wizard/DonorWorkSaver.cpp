@@ -205,7 +205,7 @@ void DonorWorkSaver::AddDonorRows(QStringList &sql) const
 
 void DonorWorkSaver::AddKeptPayments(QStringList &sql) const
 {
-    for (const cDatosCobro &cobro : m_form.colDatosCobro)
+    for (const cDatosCobro &cobro : std::as_const(m_form.colDatosCobro))
         sql << QStringLiteral("INSERT INTO DatosModelo182 VALUES (") + QString::number(cobro.IDAl) + QLatin1Char(',')
                    + QString::number(cobro.IDMF) + QLatin1Char(',') + QString::number(cobro.IDCC) + QLatin1Char(',')
                    + QString::number(cobro.IDAct) + QLatin1Char(',') + KeptAmount(cobro.Pago) + QLatin1Char(')');

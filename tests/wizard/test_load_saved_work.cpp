@@ -28,8 +28,13 @@ protected:
         form.colComAut.Add(comunidad, "99");
         ui.ClearLog();
         TakeStatements();
+        pointersBefore = ui.Pointers().size();
         return form;
     }
+
+    // The pointer changes since the choices were made.
+    QList<int> NewPointers() const { return ui.Pointers().mid(pointersBefore); }
+    qsizetype pointersBefore = 0;
 
     struct Choices
     {
@@ -64,7 +69,7 @@ TEST_F(LoadSavedWork, AnsweringNoChangesNothing)
     EXPECT_EQ(ui.Messages().size(), 1);
     ExpectQuestionFirst();
     EXPECT_TRUE(TakeStatements().isEmpty());
-    EXPECT_TRUE(ui.Pointers().isEmpty());
+    EXPECT_TRUE(NewPointers().isEmpty());
 }
 
 TEST_F(LoadSavedWork, EmptySavedTablesLeaveEmptyChoicesAndEveryYearAvailable)
@@ -150,7 +155,7 @@ protected:
         EXPECT_EQ(ui.Messages()[1].text, message);
         EXPECT_EQ(ui.Messages()[1].icon, vbExclamation);
         EXPECT_TRUE(ui.Messages()[1].beeped);
-        EXPECT_EQ(ui.Pointers(), (QList<int>{vbHourglass, vbDefault}));
+        EXPECT_EQ(NewPointers(), (QList<int>{vbHourglass, vbDefault}));
         // The window stays usable.
         form.cmdAceptar.Press();
         EXPECT_EQ(ui.OpenWindows().last(), "frmSelActividad");
@@ -194,5 +199,5 @@ TEST_F(LoadRefused, ATableThatCannotBeReadIsReported)
     EXPECT_TRUE(text.endsWith("Los cursos elegidos no han cambiado. Compruebe que la base de datos del centro está "
                               "disponible y vuelva a pulsar «Cargar Datos».")) << text.toStdString();
     EXPECT_EQ(ui.Messages()[1].icon, vbCritical);
-    EXPECT_EQ(ui.Pointers(), (QList<int>{vbHourglass, vbDefault}));
+    EXPECT_EQ(NewPointers(), (QList<int>{vbHourglass, vbDefault}));
 }
