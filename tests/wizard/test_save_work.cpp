@@ -168,7 +168,7 @@ TEST_F(SaveWork, PayerNamesAreSplitIntoGivenNameAndSurnames)
         {", Ana", "Ana", "-", "-"},
         {"García de la Fuente,  Ana ", "Ana", "GARCÍA", "DE LA FUENTE"},
         {"Mª Ruiz, Pepa", "Pepa", "M.", "RUIZ"},
-        {a30 + "xyz Pérez, " + QString(29, 'n') + "ñé", a30, "PÉREZ", QString(29, 'n') + "ñ"},
+        {a30 + "xyz Pérez, " + QString(29, 'n') + "ñé", QString(29, 'n') + "ñ", a30, "PÉREZ"},
         {"Ruiz Gómez, " + QString(29, 'a') + "😀😀", QString(29, 'a') + "😀", "RUIZ", "GÓMEZ"},
         {"D'Souza O'Neil, Ann'a", "Ann'a", "D'SOUZA", "O'NEIL"},
     };
@@ -326,5 +326,19 @@ TEST_F(AtomicSave, AConnectionClosedInTheMiddleLosesNothing)
     }
     ui.ClearLog();
     form.cmdGuardar.Press();
+    ExpectSavedMessage();
+}
+
+TEST_F(SaveWork, AGridWithoutDonorsStillSavesTheChoices)
+{
+    frmActividadAlumno &form = Prepare();
+    form.msgMod182.SetRows(1);
+    form.cmdGuardar.Press();
+    const QStringList sql = TakeStatements();
+    ASSERT_EQ(sql.size(), 8);
+    EXPECT_EQ(sql[5], "INSERT INTO ComDed VALUES (13,7,0.1)");
+    EXPECT_TRUE(sql[7].startsWith("INSERT INTO CursoEscAct VALUES (3,'2023-2024','")) << sql[7].toStdString();
+    EXPECT_TRUE(TableRows("ALMFModelo182").isEmpty());
+    EXPECT_TRUE(TableRows("DatosModelo182").isEmpty());
     ExpectSavedMessage();
 }
