@@ -342,3 +342,17 @@ TEST_F(SaveWork, AGridWithoutDonorsStillSavesTheChoices)
     EXPECT_TRUE(TableRows("DatosModelo182").isEmpty());
     ExpectSavedMessage();
 }
+
+TEST_F(SaveWork, AnAmountInAColumnNoChosenActivityOwnsIsRefused)
+{
+    frmActividadAlumno &form = Prepare();
+    // The activity renamed after the grid was built: its column's header
+    // names nothing chosen any more.
+    form.Cursos().colCursosEscolares.Item("3")->colActividades.Item("2")->Nombre = "Autobús";
+    form.cmdGuardar.Press();
+    ExpectOnlyMessage("La columna del importe de García Pérez, Juan (alumno García López, Lucía, columna «2023-2024 <-> "
+                      "Transporte») no corresponde a ninguna actividad elegida. Vuelva al paso anterior, revise las "
+                      "actividades y vuelva a pulsar «Guardar».");
+    EXPECT_TRUE(TakeStatements().isEmpty());
+    EXPECT_TRUE(TableRows("CursoEscAct").isEmpty());
+}

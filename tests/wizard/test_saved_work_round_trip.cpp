@@ -89,17 +89,25 @@ TEST_F(SavedWorkRoundTrip, SavedPaymentsWithoutARowAreWrittenBackAsTheyWereRead)
         centro.SetBaseFolder(paths.root);
         centro.Open();
         centro.Execute("INSERT INTO DatosModelo182 VALUES (999,998,3,1,7.25)");
+        // And one whose amount is a text no statement may take as its own.
+        centro.Execute("INSERT INTO DatosModelo182 VALUES (999,997,3,1,'x''); DROP TABLE ComDed; --')");
         centro.Close();
     }
     frmActividadAlumno &again = Reload();
-    ASSERT_EQ(again.colDatosCobro.size(), 1);
+    ASSERT_EQ(again.colDatosCobro.size(), 2);
     TakeStatements();
+    ui.ClearLog();
     again.cmdGuardar.Press();
+    EXPECT_EQ(ui.MessageTexts(), QStringList{"Datos guardados con éxito"});
     const QStringList sql = TakeStatements();
-    ASSERT_FALSE(sql.isEmpty());
-    EXPECT_EQ(sql.last(), "INSERT INTO DatosModelo182 VALUES (999,998,3,1,7.25)");
-    EXPECT_EQ(sql.at(sql.size() - 2), "INSERT INTO DatosModelo182 VALUES (201,101,3,1,900.00)");
-    EXPECT_TRUE(TableRows("DatosModelo182").contains("qlonglong:999|qlonglong:998|qlonglong:3|qlonglong:1|double:7.25"));
+    ASSERT_GE(sql.size(), 3);
+    EXPECT_EQ(sql.mid(sql.size() - 3),
+              (QStringList{"INSERT INTO DatosModelo182 VALUES (201,101,3,1,900.00)",
+                           "INSERT INTO DatosModelo182 VALUES (999,998,3,1,7.25)",
+                           "INSERT INTO DatosModelo182 VALUES (999,997,3,1,'x''); DROP TABLE ComDed; --')"}));
+    const QStringList rows = TableRows("DatosModelo182");
+    EXPECT_TRUE(rows.contains("qlonglong:999|qlonglong:998|qlonglong:3|qlonglong:1|double:7.25"));
+    EXPECT_TRUE(rows.contains("qlonglong:999|qlonglong:997|qlonglong:3|qlonglong:1|QString:x'); DROP TABLE ComDed; --"));
 }
 
 // Names a school really has, and names nobody should have, through the
