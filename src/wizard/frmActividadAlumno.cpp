@@ -6,6 +6,7 @@
 #include "wizard/DonorGridBuilder.h"
 #include "wizard/DonorGridEditor.h"
 #include "wizard/DonorGridLayout.h"
+#include "wizard/DonorWorkSaver.h"
 #include "wizard/FormSetup.h"
 #include "wizard/frmActividadPonderacion.h"
 #include "wizard/frmSelCursos.h"
@@ -24,11 +25,11 @@ frmActividadAlumno::frmActividadAlumno(WizardRun &run, frmSelCursos &cursos, frm
     txtValor.LostFocus = [this] { txtValor_LostFocus(); };
     cmdAnterior.Click = [this] { cmdAnterior_Click(); };
     cmdCancelar.Click = [this] { cmdCancelar_Click(); };
+    cmdGuardar.Click = [this] { cmdGuardar_Click(); };
     txtValor.SetVisible(false);
     fraAlumnos.SetVisible(false);
     // Saving, the declaration and the certificates come with their own
     // classes; until then their buttons stay off.
-    cmdGuardar.SetEnabled(false);
     cmdAceptar.SetEnabled(false);
     cmdCarta.SetEnabled(false);
 }
@@ -96,4 +97,13 @@ void frmActividadAlumno::MostrarTotal()
 bool frmActividadAlumno::DeduccionPorComunidad() const
 {
     return m_deducciones.chkComunidad.Value() == 1;
+}
+
+// Saving the step's work ------------------------------------------------
+
+void frmActividadAlumno::cmdGuardar_Click()
+{
+    // An amount still being typed counts as written.
+    txtValor_LostFocus();
+    DonorWorkSaver(*this).Save();
 }

@@ -62,6 +62,8 @@ public:
     // Closes the whole wizard: every window below closes itself when
     // control returns to it.
     void cmdCancelar_Click();
+    // Stores the wizard's choices and the grid as the saved work.
+    void cmdGuardar_Click();
 
     // Writes lblTotal from the running total.
     void MostrarTotal();

@@ -3,6 +3,7 @@
 #include "data/DatabaseError.h"
 #include "session/WizardRun.h"
 #include "wizard/FormSetup.h"
+#include "wizard/SavedWorkLoader.h"
 #include "wizard/frmSelActividad.h"
 
 frmSelCursos::frmSelCursos(WizardRun &run)
@@ -12,8 +13,7 @@ frmSelCursos::frmSelCursos(WizardRun &run)
     cboCentro.Click = [this] { cboCentro_Click(); };
     cmdAceptar.Click = [this] { cmdAceptar_Click(); };
     cmdCancelar.Click = [this] { cmdCancelar_Click(); };
-    // Reloading saved work comes with the donor step.
-    cmdCargar.SetEnabled(false);
+    cmdCargar.Click = [this] { cmdCargar_Click(); };
 }
 
 QList<ControlBase *> frmSelCursos::MandatoryControls()
@@ -88,5 +88,75 @@ void frmSelCursos::BuildChosenYears()
         } catch (const DatabaseError &) {
         }
         colCursosEscolares.Add(curso, KeyOf(id));
+    }
+}
+
+// Loading saved work ----------------------------------------------------
+
+namespace {
+
+// The hourglass while the saved work loads; the normal pointer back on
+// every way out, before any message.
+class Hourglass
+{
+public:
+    explicit Hourglass(Ui &ui) : m_ui(ui) { m_ui.SetMousePointer(vbHourglass); }
+    ~Hourglass() { Restore(); }
+    void Restore()
+    {
+        if (m_on)
+            m_ui.SetMousePointer(vbDefault);
+        m_on = false;
+    }
+
+private:
+    Ui &m_ui;
+    bool m_on = true;
+};
+
+} // namespace
+
+void frmSelCursos::cmdCargar_Click()
+{
+    if (ui().MsgBox(QStringLiteral("¿Desea cargar los datos guardados anteriormente? Todos los cambios realizados desde "
+                                   "la última grabación se descartarán"),
+                    vbYesNo | vbQuestion)
+        != vbYes)
+        return;
+    Hourglass pointer(ui());
+    // Read first: a failure leaves the lists, the flags and the wizard's
+    // choices as they were.
+    SavedWork work;
+    try {
+        work = ReadSavedWork(m_run.ConexionCentro());
+    } catch (const CollectionKeyError &error) {
+        pointer.Restore();
+        return Refuse(QStringLiteral("Los datos guardados tienen repetida la clave «") + error.Key()
+                      + QStringLiteral("» y no se pueden cargar. Los cursos elegidos no han cambiado; vuelva a elegir "
+                                       "los cursos y las actividades y guarde de nuevo en el último paso."));
+    } catch (const DatabaseError &error) {
+        pointer.Restore();
+        ui().MsgBox(QStringLiteral("No se han podido cargar los datos guardados. ") + error.Describe()
+                        + QStringLiteral("\n\nLos cursos elegidos no han cambiado. Compruebe que la base de datos del "
+                                         "centro está disponible y vuelva a pulsar «Cargar Datos»."),
+                    vbOKOnly | vbCritical);
+        return;
+    }
+    // Choosing the school lists every year as available and none selected.
+    if (cboCentro.ListIndex() < 0 && cboCentro.ListCount() > 0)
+        cboCentro.SetListIndex(0);
+    else
+        cboCentro_Click();
+    blnCargarDatos = true;
+    blnCargarDatosComAut = true;
+    colComAut = std::move(work.colComAut);
+    colCursosEscolares = std::move(work.colCursosEscolares);
+    // A saved year the school no longer lists stays chosen but in neither list.
+    for (const auto &curso : colCursosEscolares.Items()) {
+        const int index = lstDisponibles.IndexOfItemData(curso->idCursoEscolar);
+        if (index < 0)
+            continue;
+        lstDisponibles.SetListIndex(index);
+        cmdAgregarUno_Click();
     }
 }

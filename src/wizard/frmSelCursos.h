@@ -34,6 +34,8 @@ public:
     void cboCentro_Click();
     void cmdAceptar_Click();
     void cmdCancelar_Click() { Unload(); }
+    // Replaces the wizard's choices with the saved work, after asking.
+    void cmdCargar_Click();
 
 private:
     WizardRun &Run() const { return m_run; }

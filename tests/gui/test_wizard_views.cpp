@@ -63,7 +63,7 @@ TEST_F(WizardWindows, EveryStepShowsItsModelBackKeepsTheListsAndSalirClosesAll)
                      "cmdAgregarTodos", "cmdEliminarTodos", "cmdCargar", "cmdAceptar", "cmdCancelar"}),
               (QStringList{"Centro:", "Cursos Escolares:", "Disponibles:", "Seleccionados:", "<- Agregar", "Quitar ->",
                            "<<- Todos", "Todos ->>", "Cargar Datos", "Siguiente ->", "Salir"}));
-    EXPECT_FALSE(Widget("cmdCargar").isEnabled()); // reloading saved work is not offered yet
+    EXPECT_TRUE(Widget("cmdCargar").isEnabled()); // reloading saved work is offered
     // The host's light yellow on the mandatory fields only.
     EXPECT_EQ(centro.palette().color(QPalette::Base), QColor(0xFF, 0xFF, 0xE1));
     EXPECT_EQ(std::tuple(Widget("lstSeleccionados").styleSheet().contains("#ffffe1", Qt::CaseInsensitive), Widget("lstDisponibles").styleSheet()),
