@@ -2,6 +2,7 @@
 // installation as the school-management suite would, and creates the demo
 // installation.
 
+#include "AeatCommand.h"
 #include "DemoIcon.h"
 #include "HostStandIn.h"
 
@@ -21,6 +22,16 @@ const char *const kUsage =
     "  modelo182 [--session FICHERO]   abre el asistente del modelo 182 (por defecto, la instalación de demostración)\n"
     "  modelo182 demo CARPETA          crea una instalación de demostración en CARPETA\n"
     "  modelo182 --help                muestra esta ayuda\n";
+
+int RunAeat(int argc, char **argv, const QStringList &words)
+{
+    QCoreApplication app(argc, argv);
+    AeatCommand command(DefaultDemoFolder() + QStringLiteral("/modelo182.ini"));
+    const int code = command.Run(words);
+    std::fputs(command.Output().toLocal8Bit().constData(), stdout);
+    std::fputs(command.Errors().toLocal8Bit().constData(), stderr);
+    return code;
+}
 
 void Print(FILE *stream, const QString &text)
 {
@@ -53,8 +64,12 @@ int main(int argc, char **argv)
 
     if (args.contains(QStringLiteral("--help")) || args.contains(QStringLiteral("-h"))) {
         std::fputs(kUsage, stdout);
+        std::fputs(kAeatUsage, stdout);
         return 0;
     }
+
+    if (!args.isEmpty() && args.first() == QLatin1String("aeat"))
+        return RunAeat(argc, argv, args.mid(1));
 
     if (!args.isEmpty() && args.first() == QLatin1String("demo")) {
         if (args.size() != 2) {
