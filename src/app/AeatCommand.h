@@ -20,10 +20,10 @@
 // "/QXInformes/Informes .rpt/" in development); with --db, the file beside
 // the database. --out names the file in either case.
 //
-// Exit codes: 0 written; 1 the declaration's data refused or the file could
-// not be written (nothing written, a previous file left whole); 2 the
-// command itself refused (options, ids, missing files), before anything is
-// opened.
+// Exit codes: 0 written; 1 the declaration's data refused, the database
+// unreadable or the file not writable (nothing written, a previous file left
+// whole, the donor history as it was); 2 the command itself refused
+// (options, ids, missing files), before the database is opened.
 class AeatCommand
 {
 public:
