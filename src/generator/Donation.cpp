@@ -57,6 +57,22 @@ bool IsInKind(const QString &text)
     return false;
 }
 
+// The donor's name as the file writes it. A donor's rows come one after
+// another in the writing pass: the last name is kept for the next row.
+QString NameField(const DonorRow &row)
+{
+    thread_local bool known = false;
+    thread_local QString apellido1, apellido2, nombre, field;
+    if (known && row.apellido1 == apellido1 && row.apellido2 == apellido2 && row.nombre == nombre)
+        return field;
+    field = Aeat::AlphanumericField(Aeat::PersonName(row.apellido1, row.apellido2, row.nombre), 40);
+    apellido1 = row.apellido1;
+    apellido2 = row.apellido2;
+    nombre = row.nombre;
+    known = true;
+    return field;
+}
+
 } // namespace
 
 QString ValidIdentifier(const QString &text)
@@ -148,7 +164,7 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
             problems->append(line);
     };
     if (!problems)
-        donation.nombre = Aeat::AlphanumericField(Aeat::PersonName(row.apellido1, row.apellido2, row.nombre), 40);
+        donation.nombre = NameField(row);
 
     const QString nif = ValidIdentifier(nifText);
     if (nifText.isEmpty()) {
