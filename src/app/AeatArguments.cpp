@@ -3,7 +3,7 @@
 const char *const kAeatUsage =
     "  modelo182 aeat [--session FICHERO | --db Modelo182.mdb] [--out FICHERO] [--justificante NUMERO]\n"
     "                 [--complementaria NUMERO_ANTERIOR | --sustitutiva NUMERO_ANTERIOR]\n"
-    "                                  escribe el fichero del modelo 182 para la AEAT con la declaracion ya\n"
+    "                                  escribe el fichero del modelo 182 para la AEAT con la declaración ya\n"
     "                                  generada (por defecto, la de la instalación de demostración)\n";
 
 bool IsDeclarationId(const QString &text)
