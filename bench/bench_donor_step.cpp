@@ -4,7 +4,7 @@
 //
 //   bench_donor_step [--students N] [--years Y] [--activities A] [--repeat R]
 
-#include "BenchTable.h"
+#include "BenchHarness.h"
 
 #include "controls/StackedUi.h"
 #include "data/Demo.h"
@@ -107,6 +107,13 @@ void Floor(const InstallationPaths &paths, const InstallationDescription &school
     sqlite3_close(centro);
 }
 
+void PrintRow(const char *operation, const Timings &timing, const Timings &floor, long statements)
+{
+    const double ratio = floor.cpu.medianMs > 0 ? timing.cpu.medianMs / floor.cpu.medianMs : 0;
+    std::printf("%-30s %9.1f %9.1f-%-9.1f %9.1f %9.1f %7.2f %11ld\n", operation, timing.wall.medianMs, timing.wall.minMs,
+                timing.wall.maxMs, timing.cpu.medianMs, floor.cpu.medianMs, ratio, statements);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -165,15 +172,16 @@ int main(int argc, char **argv)
 
     std::printf("School: %d students, %d years x %d activities; grid %d rows x %d columns\n\n", size.students,
                 size.years, size.activities, alumnos.msgMod182.Rows() - 1, alumnos.msgMod182.Cols());
-    PrintHeader();
+    std::printf("%-30s %9s %19s %9s %9s %7s %11s\n", "operation", "wall ms", "wall min-max", "cpu ms", "floor cpu",
+                "ratio", "statements");
     for (const bool loaded : {false, true}) {
         cursos.blnCargarDatos = loaded;
         statements = 0;
-        const Timing build = Repeat(repeat, [&] { DonorGridBuilder(alumnos).Build(); });
+        const Timings build = Repeat(repeat, [&] { DonorGridBuilder(alumnos).Build(); });
         const long perBuild = statements / repeat;
-        const Timing floor = Repeat(repeat, [&] { Floor(paths, school, loaded); });
+        const Timings floor = Repeat(repeat, [&] { Floor(paths, school, loaded); });
         PrintRow(loaded ? "build the grid (saved work)" : "build the grid (host data)", build, floor, perBuild);
     }
-    std::printf("\npeak memory: %ld MB\n", PeakMemoryMB());
+    std::printf("\npeak memory: %ld MB\n", PeakResidentKib() / 1024);
     return 0;
 }

@@ -2,6 +2,7 @@
 // installation as the school-management suite would, and creates the demo
 // installation.
 
+#include "AeatCommand.h"
 #include "DemoIcon.h"
 #include "HostStandIn.h"
 
@@ -24,6 +25,16 @@ const char *const kUsage =
     "      [--students N] [--years A] [--activities M] [--seed S]\n"
     "                                  un colegio generado de ese tamaño (p. ej. para medir la velocidad)\n"
     "  modelo182 --help                muestra esta ayuda\n";
+
+int RunAeat(int argc, char **argv, const QStringList &words)
+{
+    QCoreApplication app(argc, argv);
+    AeatCommand command(DefaultDemoFolder() + QStringLiteral("/modelo182.ini"));
+    const int code = command.Run(words);
+    std::fputs(command.Output().toLocal8Bit().constData(), stdout);
+    std::fputs(command.Errors().toLocal8Bit().constData(), stderr);
+    return code;
+}
 
 void Print(FILE *stream, const QString &text)
 {
@@ -57,8 +68,12 @@ int main(int argc, char **argv)
 
     if (args.contains(QStringLiteral("--help")) || args.contains(QStringLiteral("-h"))) {
         std::fputs(kUsage, stdout);
+        std::fputs(kAeatUsage, stdout);
         return 0;
     }
+
+    if (!args.isEmpty() && args.first() == QLatin1String("aeat"))
+        return RunAeat(argc, argv, args.mid(1));
 
     if (!args.isEmpty() && args.first() == QLatin1String("demo")) {
         std::optional<SchoolSize> size;

@@ -14,21 +14,30 @@ namespace {
 const QString kRetry = QStringLiteral(" y vuelva a generar la declaración.");
 
 // A field of at most `digits` digits (blanks around ignored, empty = 0).
+// Read in place: it runs for four fields of every donor row.
 bool SmallNumber(const QString &text, int digits, int &value)
 {
-    const QString trimmed = text.trimmed();
-    if (trimmed.isEmpty()) {
-        value = 0;
-        return true;
-    }
+    const QStringView trimmed = QStringView(text).trimmed();
     if (trimmed.size() > digits)
         return false;
+    int number = 0;
     for (QChar c : trimmed) {
         if (c < u'0' || c > u'9')
             return false;
+        number = number * 10 + (c.unicode() - u'0');
     }
-    value = trimmed.toInt();
+    value = number;
     return true;
+}
+
+// A one-letter code (blanks around ignored) in upper case; 0 when empty,
+// '?' when it is more than one character.
+QChar CodeLetter(const QString &text)
+{
+    const QStringView trimmed = QStringView(text).trimmed();
+    if (trimmed.isEmpty())
+        return QChar(0);
+    return trimmed.size() == 1 ? trimmed.at(0).toUpper() : QChar(u'?');
 }
 
 bool IsCommunityCode(int code)
@@ -38,22 +47,53 @@ bool IsCommunityCode(int code)
 
 bool IsInKind(const QString &text)
 {
-    const QString value = text.trimmed().toUpper();
-    return value == QLatin1String("X") || value == QLatin1String("S") || value == QLatin1String("SI")
-           || value == QLatin1String("SÍ") || value == QLatin1String("1") || value == QLatin1String("-1")
-           || value == QLatin1String("TRUE");
+    const QStringView value = QStringView(text).trimmed();
+    if (value.isEmpty())
+        return false;
+    for (const char16_t *mark : {u"X", u"S", u"SI", u"SÍ", u"1", u"-1", u"TRUE"}) {
+        if (value.compare(QStringView(mark), Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
+}
+
+// The donor's name as the file writes it. A donor's rows come one after
+// another in the writing pass: the last name is kept for the next row.
+QString NameField(const DonorRow &row)
+{
+    thread_local bool known = false;
+    thread_local QString apellido1, apellido2, nombre, field;
+    if (known && row.apellido1 == apellido1 && row.apellido2 == apellido2 && row.nombre == nombre)
+        return field;
+    field = Aeat::AlphanumericField(Aeat::PersonName(row.apellido1, row.apellido2, row.nombre), 40);
+    apellido1 = row.apellido1;
+    apellido2 = row.apellido2;
+    nombre = row.nombre;
+    known = true;
+    return field;
 }
 
 } // namespace
 
 QString ValidIdentifier(const QString &text)
 {
+    // A donor's rows come one after another in the writing pass: the last
+    // answer is kept for the next row.
+    thread_local bool known = false;
+    thread_local QString lastText;
+    thread_local QString lastId;
+    if (known && text == lastText)
+        return lastId;
     QString id = text;
     try {
-        return ValidarNIFCIF(id) ? id : QString();
+        id = ValidarNIFCIF(id) ? id : QString();
     } catch (const ConversionError &) {
-        return QString();
+        id = QString();
     }
+    known = true;
+    lastText = text;
+    lastId = id;
+    return id;
 }
 
 // The amount exactly as the wizard formats it in `locale`, "#,###,##0.00"
@@ -124,7 +164,7 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
             problems->append(line);
     };
     if (!problems)
-        donation.nombre = Aeat::AlphanumericField(Aeat::PersonName(row.apellido1, row.apellido2, row.nombre), 40);
+        donation.nombre = NameField(row);
 
     const QString nif = ValidIdentifier(nifText);
     if (nifText.isEmpty()) {
@@ -162,11 +202,11 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
                + QStringLiteral(" no es válido: revise la provincia de su domicilio") + kRetry);
     }
 
-    const QString key = row.clave.trimmed().toUpper();
-    if (key.isEmpty()) {
+    const QChar key = CodeLetter(row.clave);
+    if (key.isNull()) {
         donation.clave = u'A';
-    } else if (key.size() == 1 && key.at(0) >= u'A' && key.at(0) <= u'G') {
-        donation.clave = key.at(0);
+    } else if (key >= u'A' && key <= u'G') {
+        donation.clave = key;
     } else {
         refuse(QStringLiteral("La clave «") + row.clave + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válida: debe ser una letra de la A a la G; corríjala") + kRetry);
@@ -191,11 +231,11 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
     if (donation.comunidad == 0)
         donation.deduccionComunidad = 0;
 
-    const QString nature = row.tipoPersona.trimmed().toUpper();
-    if (nature.isEmpty()) {
+    const QChar nature = CodeLetter(row.tipoPersona);
+    if (nature.isNull()) {
         donation.naturaleza = u'F';
-    } else if (nature == QLatin1String("F") || nature == QLatin1String("J") || nature == QLatin1String("E")) {
-        donation.naturaleza = nature.at(0);
+    } else if (nature == u'F' || nature == u'J' || nature == u'E') {
+        donation.naturaleza = nature;
     } else {
         refuse(QStringLiteral("El tipo de persona «") + row.tipoPersona + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: debe ser F, J o E; corríjalo") + kRetry);
