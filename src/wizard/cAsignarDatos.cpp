@@ -1,6 +1,7 @@
 #include "wizard/cAsignarDatos.h"
 
 #include "session/WizardRun.h"
+#include "wizard/DeclarationComponents.h"
 #include "wizard/frmSelCursos.h"
 
 cAsignarDatos::cAsignarDatos(Ui &ui) : m_ui(ui)
@@ -11,8 +12,10 @@ cAsignarDatos::~cAsignarDatos() = default;
 
 void cAsignarDatos::ObtenerDatos(const SesionHostPtr &ObjDatosSesion)
 {
-    if (!m_run)
+    if (!m_run) {
         m_run = std::make_unique<WizardRun>(m_ui);
+        RegisterDeclarationComponents(*m_run);
+    }
     m_run->CopySession(ObjDatosSesion);
 }
 

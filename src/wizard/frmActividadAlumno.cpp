@@ -2,7 +2,10 @@
 
 #include "session/WizardRun.h"
 #include "session/cCentroApi.h"
+#include "util/OfficeDetector.h"
 #include "util/VbFormat.h"
+#include "wizard/CertificatePrinter.h"
+#include "wizard/DeclarationGenerator.h"
 #include "wizard/DonorGridBuilder.h"
 #include "wizard/DonorGridEditor.h"
 #include "wizard/DonorGridLayout.h"
@@ -31,6 +34,13 @@ frmActividadAlumno::frmActividadAlumno(WizardRun &run, frmSelCursos &cursos, frm
     cmdGuardar.SetEnabled(false);
     cmdAceptar.SetEnabled(false);
     cmdCarta.SetEnabled(false);
+
+    // The declaration and the certificates.
+    VersionOffice = ObtenerVersionOffice;
+    cmdAceptar.Click = [this] { cmdAceptar_Click(); };
+    cmdCarta.Click = [this] { cmdCarta_Click(); };
+    cmdAceptar.SetEnabled(true);
+    cmdCarta.SetEnabled(true);
 }
 
 frmActividadAlumno::~frmActividadAlumno() = default;
@@ -96,4 +106,14 @@ void frmActividadAlumno::MostrarTotal()
 bool frmActividadAlumno::DeduccionPorComunidad() const
 {
     return m_deducciones.chkComunidad.Value() == 1;
+}
+
+void frmActividadAlumno::cmdAceptar_Click()
+{
+    DeclarationGenerator(*this).Generate();
+}
+
+void frmActividadAlumno::cmdCarta_Click()
+{
+    CertificatePrinter(*this).Print();
 }
