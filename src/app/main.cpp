@@ -2,11 +2,13 @@
 // installation as the school-management suite would, and creates the demo
 // installation.
 
+#include "DeclareCommand.h"
 #include "DemoIcon.h"
 #include "HostStandIn.h"
 
 #include "data/Demo.h"
 #include "data/Installation.h"
+#include "merge/TemplateInstaller.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -19,6 +21,8 @@ namespace {
 const char *const kUsage =
     "Uso:\n"
     "  modelo182 [--session FICHERO]   abre el asistente del modelo 182 (por defecto, la instalación de demostración)\n"
+    "  modelo182 declarar [--session FICHERO]\n"
+    "                                  genera el modelo 182 y los certificados con el trabajo guardado, sin ventanas\n"
     "  modelo182 demo CARPETA          crea una instalación de demostración en CARPETA\n"
     "  modelo182 --help                muestra esta ayuda\n";
 
@@ -31,6 +35,8 @@ int CreateDemo(const QString &folder)
 {
     try {
         const InstallationPaths paths = CreateDemoInstallation(folder);
+        // The school adapts the certificate templates in its reports folder.
+        CertificateTemplates::Install(paths.informes);
         if (!WriteDemoIcon(paths.iconFile))
             Print(stderr, QStringLiteral("Aviso: no se ha podido escribir el icono «%1».").arg(paths.iconFile));
         Print(stdout, QStringLiteral("Instalación de demostración creada en %1").arg(paths.root));
@@ -65,6 +71,9 @@ int main(int argc, char **argv)
         return CreateDemo(args.at(1));
     }
 
+    const bool declarar = !args.isEmpty() && args.first() == QLatin1String("declarar");
+    if (declarar)
+        args.removeFirst();
     QString sessionFile = DefaultDemoFolder() + QStringLiteral("/modelo182.ini");
     for (int i = 0; i < args.size(); ++i) {
         if (args.at(i) == QLatin1String("--session") && i + 1 < args.size()) {
@@ -74,6 +83,10 @@ int main(int argc, char **argv)
             std::fputs(kUsage, stderr);
             return 2;
         }
+    }
+    if (declarar) {
+        QCoreApplication app(argc, argv);
+        return RunDeclaration(sessionFile);
     }
     if (!QFileInfo::exists(sessionFile)) {
         Print(stderr, QStringLiteral("No existe el fichero de sesión «%1». Cree la instalación de demostración con: "
