@@ -22,7 +22,7 @@ int Count(const QList<QStringList> &rows)
 
 } // namespace
 
-class Declaration : public DeclarationFixture
+class DeclarationStep : public DeclarationFixture
 {
 protected:
     // Every activity of the walk at 25 %.
@@ -48,7 +48,7 @@ protected:
     }
 };
 
-TEST_F(Declaration, WritesTheDeclarantTheDonorAndItsLetter)
+TEST_F(DeclarationStep, WritesTheDeclarantTheDonorAndItsLetter)
 {
     frmActividadAlumno &form = WalkToDonors();
     SetDeduction(form, 25);
@@ -76,7 +76,7 @@ TEST_F(Declaration, WritesTheDeclarantTheDonorAndItsLetter)
     EXPECT_TRUE(ui.Messages()[0].text.contains("Registros de donantes: 1")) << ui.Messages()[0].text.toStdString();
 }
 
-TEST_F(Declaration, TheTaxYearIsTheYearBeforeTheOneOfGeneration)
+TEST_F(DeclarationStep, TheTaxYearIsTheYearBeforeTheOneOfGeneration)
 {
     frmActividadAlumno &form = WalkToDonors();
     today = QDate(2008, 1, 2);
@@ -84,7 +84,7 @@ TEST_F(Declaration, TheTaxYearIsTheYearBeforeTheOneOfGeneration)
     EXPECT_EQ(Declaration("SELECT ejercicio FROM Declarantes"), (QList<QStringList>{{"2007"}}));
 }
 
-TEST_F(Declaration, AGridAllMarkedNotDeclaredWritesOnlyTheDeclarant)
+TEST_F(DeclarationStep, AGridAllMarkedNotDeclaredWritesOnlyTheDeclarant)
 {
     AddPayer(301, "Ortiz", "Vega", "Pedro", "11111111H", "Madrid", 401, "Martín");
     frmActividadAlumno &form = WalkToDonors();
@@ -97,7 +97,7 @@ TEST_F(Declaration, AGridAllMarkedNotDeclaredWritesOnlyTheDeclarant)
     EXPECT_EQ(Count(Rows(CartaDonantesFile(), "SELECT * FROM CartaDonantes")), 0);
 }
 
-TEST_F(Declaration, ADonorWithOnlyZeroAmountsGetsNoRows)
+TEST_F(DeclarationStep, ADonorWithOnlyZeroAmountsGetsNoRows)
 {
     AddPayer(301, "Ortiz", "Vega", "Pedro", "11111111H", "Madrid", 401, "Martín");
     frmActividadAlumno &form = WalkToDonors();
@@ -108,7 +108,7 @@ TEST_F(Declaration, ADonorWithOnlyZeroAmountsGetsNoRows)
     EXPECT_EQ(Declaration("SELECT NIF FROM CartaDonantes"), (QList<QStringList>{{"12345678Z"}}));
 }
 
-TEST_F(Declaration, OnePayerOfTwoStudentsIsOneLetterWithTheSummedTotal)
+TEST_F(DeclarationStep, OnePayerOfTwoStudentsIsOneLetterWithTheSummedTotal)
 {
     YearDescription &year = description.years[1];
     year.students.append({202, "García", "López", "Pablo", 1});
@@ -123,7 +123,7 @@ TEST_F(Declaration, OnePayerOfTwoStudentsIsOneLetterWithTheSummedTotal)
               (QList<QStringList>{{"García", "12345678Z", "1.070,00"}}));
 }
 
-TEST_F(Declaration, RegionalDeductionOnlyWithTheCommunityBoxTicked)
+TEST_F(DeclarationStep, RegionalDeductionOnlyWithTheCommunityBoxTicked)
 {
     AddPayer(301, "Ortiz", "Vega", "Pedro", "11111111H", "Atlántida", 401, "Martín");
     frmActividadAlumno &form = WalkToDonors();
@@ -149,7 +149,7 @@ TEST_F(Declaration, RegionalDeductionOnlyWithTheCommunityBoxTicked)
                                                       {"12345678Z", "28", "12", "01500"}}));
 }
 
-TEST_F(Declaration, ACommunityTheDeductionStepDoesNotHoldHasNoRegionalDeduction)
+TEST_F(DeclarationStep, ACommunityTheDeductionStepDoesNotHoldHasNoRegionalDeduction)
 {
     frmActividadAlumno &form = WalkToDonors();
     Deductions().chkComunidad.SetValue(1);
@@ -159,7 +159,7 @@ TEST_F(Declaration, ACommunityTheDeductionStepDoesNotHoldHasNoRegionalDeduction)
               (QList<QStringList>{{"28", "12", "00000"}}));
 }
 
-TEST_F(Declaration, LettersComeOutInSurnameOrder)
+TEST_F(DeclarationStep, LettersComeOutInSurnameOrder)
 {
     AddPayer(301, "Zubiri", "Mora", "Íñigo", "11111111H", "Madrid", 401, "Abad");
     AddPayer(302, "Álvarez", "Nieto", "Rosa", "22222222J", "Madrid", 402, "Bueno");
@@ -173,7 +173,7 @@ TEST_F(Declaration, LettersComeOutInSurnameOrder)
               (QList<QStringList>{{"Álvarez"}, {"García"}, {"Zubiri"}}));
 }
 
-TEST_F(Declaration, InvalidIdentifiersAreAllMarkedAndTheFirstStopsTheDeclaration)
+TEST_F(DeclarationStep, InvalidIdentifiersAreAllMarkedAndTheFirstStopsTheDeclaration)
 {
     AddPayer(301, "Ortiz", "Vega", "Pedro", "12345678A", "Madrid", 401, "Martín");
     AddPayer(302, "Soto", "Gil", "Marta", "87654321B", "Madrid", 402, "Zamora");
@@ -203,7 +203,7 @@ TEST_F(Declaration, InvalidIdentifiersAreAllMarkedAndTheFirstStopsTheDeclaration
     EXPECT_FALSE(QFileInfo::exists(CartaDonantesFile()));
 }
 
-TEST_F(Declaration, AnUnreadableAmountIsNamedAndNothingChanges)
+TEST_F(DeclarationStep, AnUnreadableAmountIsNamedAndNothingChanges)
 {
     frmActividadAlumno &form = WalkToDonors();
     form.cmdAceptar.Press();
@@ -216,7 +216,7 @@ TEST_F(Declaration, AnUnreadableAmountIsNamedAndNothingChanges)
     EXPECT_EQ(Snapshot(), before);
 }
 
-TEST_F(Declaration, AFailureAtAnyStatementLeavesThePreviousDeclarationWhole)
+TEST_F(DeclarationStep, AFailureAtAnyStatementLeavesThePreviousDeclarationWhole)
 {
     AddPayer(301, "Ortiz", "Vega", "Pedro", "11111111H", "Madrid", 401, "Martín");
     frmActividadAlumno &form = WalkToDonors();
