@@ -33,4 +33,10 @@ protected:
                   const QString &dni, const QString &province, int student, const QString &studentSurname);
 
     QDate today = QDate(2026, 3, 15);
+
+    DeclarationFixture()
+    {
+        // A school whose CIF the tax agency accepts.
+        description.school.cif = QStringLiteral("A58818501");
+    }
 };

@@ -58,7 +58,7 @@ TEST_F(DeclarationStep, WritesTheDeclarantTheDonorAndItsLetter)
         "SELECT ejercicio,nombre,nif,pcnombre,pcapellido1,pcapellido2,pctelefono,regimenfiscal,delegacion,domicilio "
         "FROM Declarantes"));
     ASSERT_EQ(Count(declarants), 1);
-    EXPECT_EQ(declarants[0], (QStringList{"2025", "COLEGIO SAN PRUEBA", "R2800000A", "ANA", "MARÍA", "LÓPEZ",
+    EXPECT_EQ(declarants[0], (QStringList{"2025", "COLEGIO SAN PRUEBA", "A58818501", "ANA", "MARÍA", "LÓPEZ",
                                           "915550000", "1", "", ""}));
     // Ten school months of 95.00, Madrid (28), 25 % written as 02500.
     const auto donors = Declaration(kDonantes);
@@ -132,10 +132,13 @@ TEST_F(DeclarationStep, RegionalDeductionOnlyWithTheCommunityBoxTicked)
             .value(0)
             .value(0);
     ASSERT_FALSE(madrid.isEmpty());
-    auto comunidad = std::make_shared<cComAut>();
-    comunidad->IDComAut = qint16(madrid.toInt());
+    auto comunidad = form.Cursos().colComAut.Find(madrid);
+    if (!comunidad) {
+        comunidad = std::make_shared<cComAut>();
+        comunidad->IDComAut = qint16(madrid.toInt());
+        form.Cursos().colComAut.Add(comunidad, madrid);
+    }
     comunidad->Valor = 15;
-    form.Cursos().colComAut.Add(comunidad, madrid);
 
     const QString query = "SELECT nif, codigoprovincia, ComunidadAut, DeduccionCAut FROM Donantes ORDER BY nif";
     Deductions().chkComunidad.SetValue(0);
@@ -182,7 +185,13 @@ TEST_F(DeclarationStep, InvalidIdentifiersAreAllMarkedAndTheFirstStopsTheDeclara
     {
         auto previous = CreateDeclarationFile(paths.modelo182File);
         InsertDeclarant(*previous, DeclarantValues{});
-        InsertDonor(*previous, DonorValues{"Ana", "Puig", "Roca", "11111111H", "10,00"});
+        DonorValues donor;
+        donor.nombre = "Ana";
+        donor.apellido1 = "Puig";
+        donor.apellido2 = "Roca";
+        donor.nif = "11111111H";
+        donor.importe = "10,00";
+        InsertDonor(*previous, donor);
         previous->Close();
     }
     const auto before = Snapshot();
