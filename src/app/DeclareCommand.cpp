@@ -57,7 +57,8 @@ public:
             LoadSavedSelection(run, first);
         if (first.colCursosEscolares.IsEmpty())
             Fail(QStringLiteral("No hay trabajo guardado en la base de datos del centro. Abra el asistente, prepare la "
-                                "declaración y pulse «Guardar»; después vuelva a ejecutar «modelo182 declarar»."));
+                                "declaración y pulse «Guardar»; después vuelva a ejecutar «modelo182 declarar». Una instalación de "
+                                "demostración anterior a esta versión se vuelve a crear con «modelo182 demo CARPETA»."));
 
         Press(first.cmdAceptar);
         Press(Top<frmSelActividad>().cmdAceptar);

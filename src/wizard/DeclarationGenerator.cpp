@@ -55,18 +55,23 @@ bool DeclarationGenerator::Generate()
 {
     if (!Validate())
         return false;
-    if (!WriteTables())
-        return false;
-    if (!FillMailMergeDatabase())
-        return true;
-    CallGenerator();
-    return true;
+    // The progress panel stays up while the declaration is written.
+    m_form.fraAlumnos.SetVisible(true);
+    const bool written = WriteTables();
+    if (written && FillMailMergeDatabase())
+        CallGenerator();
+    m_form.fraAlumnos.SetVisible(false);
+    return written;
 }
 
 bool DeclarationGenerator::Validate()
 {
     FlexGrid &grid = m_form.msgMod182;
     const QList<InvalidRow> invalid = InvalidIdentifiers(grid);
+    // An identifier corrected since the last refusal is no longer marked.
+    for (int r = 1; r < grid.Rows(); ++r)
+        if (grid.CellForeColor(r, kDni) == kRed)
+            grid.SetCellForeColor(r, kDni, -1);
     if (invalid.isEmpty())
         return true;
     // Every wrong identifier in red, the first one in view.
@@ -143,12 +148,10 @@ void DeclarationGenerator::CallGenerator()
                                              true, QVariant(), false, false, QVariant(), 0, QVariant(), QString(),
                                              m_form.ProgressBar1);
     } catch (const DatabaseError &error) {
-        m_form.fraAlumnos.SetVisible(false);
         Fail(QStringLiteral("La declaración se ha guardado, pero no se ha podido generar el fichero del modelo 182."),
              error.Message());
         return;
     } catch (const std::exception &error) {
-        m_form.fraAlumnos.SetVisible(false);
         Fail(QStringLiteral("La declaración se ha guardado, pero no se ha podido generar el fichero del modelo 182."),
              QString::fromUtf8(error.what()));
         return;

@@ -210,6 +210,14 @@ TEST_F(DeclarationStep, InvalidIdentifiersAreAllMarkedAndTheFirstStopsTheDeclara
     EXPECT_TRUE(TakeStatements("DELETE").isEmpty());
     EXPECT_EQ(Snapshot(), before);
     EXPECT_FALSE(QFileInfo::exists(CartaDonantesFile()));
+
+    // Once corrected, an identifier loses its mark; the next wrong one is named.
+    grid.SetTextMatrix(ortiz, kDni, "12345678Z");
+    ui.ClearLog();
+    form.cmdAceptar.Press();
+    ExpectOnlyMessage("El CIF-NIF del miembro de familia Soto Gil, Marta, del alumno Zamora Ruiz, Eva no es válido");
+    EXPECT_NE(grid.CellForeColor(ortiz, kDni), kRed);
+    EXPECT_EQ(grid.CellForeColor(RowOf(grid, "Soto Gil, Marta"), kDni), kRed);
 }
 
 TEST_F(DeclarationStep, AnUnreadableAmountIsNamedAndNothingChanges)
@@ -250,6 +258,7 @@ TEST_F(DeclarationStep, AFailureAtAnyStatementLeavesThePreviousDeclarationWhole)
         ++tried;
         SCOPED_TRACE(failed.toStdString());
         EXPECT_EQ(Snapshot(), before) << "failure at statement " << k;
+        EXPECT_FALSE(form.fraAlumnos.Visible());
         ASSERT_EQ(ui.Messages().size(), 1);
         EXPECT_EQ(ui.Messages()[0].icon, vbCritical);
         EXPECT_TRUE(ui.Messages()[0].text.contains("la declaración anterior se conserva sin cambios"));
