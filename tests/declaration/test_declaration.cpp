@@ -266,3 +266,33 @@ TEST_F(DeclarationStep, AFailureAtAnyStatementLeavesThePreviousDeclarationWhole)
     }
     EXPECT_EQ(tried, 10);
 }
+
+TEST_F(DeclarationStep, TextsAreCutPaddedAndQuotedAsTheTablesWant)
+{
+    AddPayer(301, "D'Souza Fernández-Llorente", "Peña", "Mª Ángeles (Geli)", "11111111H", "Madrid", 401, "Martín");
+    frmActividadAlumno &form = WalkToDonors();
+    form.declarante.nombre = "COLEGIO CONCERTADO NUESTRA SEÑORA DE L'ESPERANÇA DE MADRID";
+    form.declarante.cif = "A-5881850";
+    form.declarante.telefono = "91555";
+    form.declarante.pcNombre = "MARÍA DEL CARMEN ISABEL";
+    run().Settings().delegacion = QString(60, 'D');
+    run().Settings().domicilio = "Calle de O'Donnell, 12 " + QString(40, 'x');
+    form.cmdAceptar.Press();
+
+    const QStringList inserts = TakeStatements("INSERT INTO Declarantes");
+    ASSERT_EQ(inserts.size(), 1);
+    EXPECT_EQ(inserts[0],
+              "INSERT INTO Declarantes (ejercicio,nombre,nif,pcnombre,pcapellido1,pcapellido2,pctelefono,regimenfiscal,"
+              "delegacion,domicilio) VALUES ('2025','COLEGIO CONCERTADO NUESTRA SEÑORA DE L''E','A5881850 ',"
+              "'MARÍA DEL CARMEN ISA','MARÍA','LÓPEZ','91555    ','1','"
+                  + QString(50, 'D') + "','Calle de O''Donnell, 12 " + QString(27, 'x') + "')");
+    const auto declarant = Declaration("SELECT nombre, nif, pctelefono FROM Declarantes");
+    EXPECT_EQ(declarant[0], (QStringList{"COLEGIO CONCERTADO NUESTRA SEÑORA DE L'E", "A5881850 ", "91555    "}));
+
+    // A donor's names cut to 20 and cleaned; the letter keeps them whole.
+    const auto donor = Declaration("SELECT nombre, apellido1, apellido2 FROM Donantes WHERE nif='11111111H'");
+    EXPECT_EQ(donor, (QList<QStringList>{{"M. Ángeles Geli", "D'Souza Fernández-Ll", "Peña"}}));
+    const auto letter = Declaration("SELECT Nombre, Apellido1, Direccion FROM CartaDonantes WHERE NIF='11111111H'");
+    EXPECT_EQ(letter, (QList<QStringList>{{"Mª Ángeles (Geli)", "D'Souza Fernández-Llorente",
+                                           "Calle D'Souza Fernández-Llorente 3"}}));
+}
