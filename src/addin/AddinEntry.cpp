@@ -1,5 +1,6 @@
 // The add-in's entry points, as the host finds them in the loaded library.
 
+#include "ExternalComponents.h"
 #include "gui/QtUi.h"
 #include "session/modPrincipal.h"
 #include "wizard/cAsignarDatos.h"
@@ -14,7 +15,7 @@ Q_DECL_EXPORT cAsignarDatos *CrearAsignarDatos()
     // One front end for the library's lifetime; each add-in object starts
     // its own wizard run on it.
     static QtUi *ui = new QtUi(modPrincipal::LoadResString(100));
-    return new cAsignarDatos(*ui);
+    return new cAsignarDatos(*ui, ExternalComponents::Install);
 }
 
 Q_DECL_EXPORT void DestruirAsignarDatos(cAsignarDatos *addin)

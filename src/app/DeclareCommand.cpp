@@ -3,6 +3,7 @@
 #include "ConsoleUi.h"
 #include "SavedSelection.h"
 
+#include "addin/ExternalComponents.h"
 #include "data/DatabaseError.h"
 #include "data/MailMergeDatabase.h"
 #include "session/SessionSettings.h"
@@ -27,7 +28,7 @@ struct Stop
 class HeadlessDeclaration
 {
 public:
-    explicit HeadlessDeclaration(ConsoleUi &ui) : m_ui(ui), m_addin(ui) {}
+    explicit HeadlessDeclaration(ConsoleUi &ui) : m_ui(ui), m_addin(ui, ExternalComponents::Install) {}
     ~HeadlessDeclaration()
     {
         // The windows close as "Salir" closes them.

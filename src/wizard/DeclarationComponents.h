@@ -13,7 +13,7 @@ class ProgressBar;
 // The two components the donor window creates by programmatic identifier:
 // the declaration generator and the certificate merge (the word processor's
 // stand-in). The window sees only these interfaces; what implements them is
-// registered with the run's factory when the host hands over its session.
+// installed into the run's factory by whoever starts the add-in.
 
 // What the generator reports back, for a message to the user or a summary
 // on the terminal.
@@ -58,9 +58,3 @@ public:
     // Where the merged document of `plantilla` goes.
     virtual QString DocumentoCombinado(const QString &plantilla) const = 0;
 };
-
-class WizardRun;
-
-// Registers both components with the run's factory; the generator takes
-// the run's locale, reports folder and declaration id when it is created.
-void RegisterDeclarationComponents(WizardRun &run);

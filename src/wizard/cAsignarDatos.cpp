@@ -1,10 +1,10 @@
 #include "wizard/cAsignarDatos.h"
 
 #include "session/WizardRun.h"
-#include "wizard/DeclarationComponents.h"
 #include "wizard/frmSelCursos.h"
 
-cAsignarDatos::cAsignarDatos(Ui &ui) : m_ui(ui)
+cAsignarDatos::cAsignarDatos(Ui &ui, ComponentInstaller installComponents)
+    : m_ui(ui), m_installComponents(std::move(installComponents))
 {
 }
 
@@ -14,7 +14,8 @@ void cAsignarDatos::ObtenerDatos(const SesionHostPtr &ObjDatosSesion)
 {
     if (!m_run) {
         m_run = std::make_unique<WizardRun>(m_ui);
-        RegisterDeclarationComponents(*m_run);
+        if (m_installComponents)
+            m_installComponents(*m_run);
     }
     m_run->CopySession(ObjDatosSesion);
 }

@@ -2,6 +2,7 @@
 
 #include "session/SesionHost.h"
 
+#include <functional>
 #include <memory>
 
 class Ui;
@@ -12,8 +13,12 @@ class WizardRun;
 class cAsignarDatos
 {
 public:
+    // What the starter of the add-in puts into each run's factory (the
+    // components the windows create by programmatic identifier).
+    using ComponentInstaller = std::function<void(WizardRun &)>;
+
     // The windows are shown through `ui` (the Qt front end, or a test's).
-    explicit cAsignarDatos(Ui &ui);
+    explicit cAsignarDatos(Ui &ui, ComponentInstaller installComponents = {});
     ~cAsignarDatos();
 
     // Starts this add-in's run and copies the host's session into it. A
@@ -30,5 +35,6 @@ public:
 
 private:
     Ui &m_ui;
+    ComponentInstaller m_installComponents;
     std::unique_ptr<WizardRun> m_run;
 };

@@ -1,7 +1,10 @@
-// The one bridge between the donor window and the two external components
-// (the declaration generator and the certificate merge): they know nothing
-// of windows, so their adapters live here, created by programmatic id as the
-// add-in has always created them.
+#pragma once
+
+// The bridge between the donor window and the two external components (the
+// declaration generator and the certificate merge): neither knows the
+// windows nor the windows them, so whoever starts the add-in (the host's
+// entry point, the batch command, the tests) installs these adapters into
+// the run's factory, where the window creates them by programmatic id.
 
 #include "wizard/DeclarationComponents.h"
 
@@ -10,7 +13,7 @@
 #include "merge/Certificates.h"
 #include "session/WizardRun.h"
 
-namespace {
+namespace ExternalComponents {
 
 // The window's progress bar as the generator reports to it.
 class ProgressBarSink final : public ProgressSink
@@ -77,9 +80,9 @@ public:
     }
 };
 
-} // namespace
-
-void RegisterDeclarationComponents(WizardRun &run)
+// Registers both components with the run's factory; the generator takes
+// the run's locale, reports folder and declaration id when it is created.
+inline void Install(WizardRun &run)
 {
     WizardRun *owner = &run;
     run.Componentes().Register(Modelo182Componente::ProgId, [owner] {
@@ -96,3 +99,5 @@ void RegisterDeclarationComponents(WizardRun &run)
     });
     run.Componentes().Register(CertificadosComponente::ProgId, [] { return std::make_shared<CertificadosAdapter>(); });
 }
+
+} // namespace ExternalComponents
