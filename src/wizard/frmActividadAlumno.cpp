@@ -110,6 +110,8 @@ bool frmActividadAlumno::DeduccionPorComunidad() const
 
 void frmActividadAlumno::cmdAceptar_Click()
 {
+    // An amount still being typed counts as written.
+    txtValor_LostFocus();
     DeclarationGenerator(*this).Generate();
 }
 
