@@ -144,7 +144,7 @@ void DeclarationGenerator::CallGenerator()
         bool generado = false;
         result = generador->GenerarModelo182(run.OpenM182(), generado, false,
                                              run.Configuracion().datossesion()->Text(QStringLiteral("rutaaplicacion")),
-                                             QStringLiteral("Vendelar"), QStringLiteral("QXModelo182"), 0, QVariant(),
+                                             run.AddinFolder(), QStringLiteral("Modelo182"), 0, QVariant(),
                                              true, QVariant(), false, false, QVariant(), 0, QVariant(), QString(),
                                              m_form.ProgressBar1);
     } catch (const DatabaseError &error) {
