@@ -1,7 +1,9 @@
 // The add-in's entry points, as the host finds them in the loaded library.
 
+#include "ExternalComponents.h"
 #include "catalogue/CatalogueComponents.h"
 #include "gui/QtUi.h"
+#include "session/WizardRun.h"
 #include "session/modPrincipal.h"
 #include "wizard/cAsignarDatos.h"
 
@@ -16,7 +18,10 @@ Q_DECL_EXPORT cAsignarDatos *CrearAsignarDatos()
     // its own wizard run on it, with the catalogue window the deduction
     // step opens.
     static QtUi *ui = new QtUi(modPrincipal::LoadResString(100));
-    return new cAsignarDatos(*ui, RegisterCatalogueWindows);
+    return new cAsignarDatos(*ui, [](WizardRun &run) {
+        RegisterCatalogueWindows(run.Componentes());
+        ExternalComponents::Install(run);
+    });
 }
 
 Q_DECL_EXPORT void DestruirAsignarDatos(cAsignarDatos *addin)

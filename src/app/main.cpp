@@ -3,11 +3,13 @@
 // installation.
 
 #include "AeatCommand.h"
+#include "DeclareCommand.h"
 #include "DemoIcon.h"
 #include "HostStandIn.h"
 
 #include "data/Demo.h"
 #include "data/Installation.h"
+#include "merge/TemplateInstaller.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -21,6 +23,8 @@ namespace {
 const char *const kUsage =
     "Uso:\n"
     "  modelo182 [--session FICHERO]   abre el asistente del modelo 182 (por defecto, la instalación de demostración)\n"
+    "  modelo182 declarar [--session FICHERO]\n"
+    "                                  genera el modelo 182 y los certificados con el trabajo guardado, sin ventanas\n"
     "  modelo182 demo CARPETA          crea una instalación de demostración en CARPETA\n"
     "      [--students N] [--years A] [--activities M] [--seed S]\n"
     "                                  un colegio generado de ese tamaño (p. ej. para medir la velocidad)\n"
@@ -46,6 +50,8 @@ int CreateDemo(const QString &folder, const std::optional<SchoolSize> &size)
     try {
         const InstallationPaths paths =
             size ? BuildInstallation(folder, GeneratedSchool(*size)) : CreateDemoInstallation(folder);
+        // The school adapts the certificate templates in its reports folder.
+        CertificateTemplates::Install(paths.informes);
         if (!WriteDemoIcon(paths.iconFile))
             Print(stderr, QStringLiteral("Aviso: no se ha podido escribir el icono «%1».").arg(paths.iconFile));
         Print(stdout, QStringLiteral("Instalación de demostración creada en %1").arg(paths.root));
@@ -114,6 +120,9 @@ int main(int argc, char **argv)
         return CreateDemo(folder, size);
     }
 
+    const bool declarar = !args.isEmpty() && args.first() == QLatin1String("declarar");
+    if (declarar)
+        args.removeFirst();
     QString sessionFile = DefaultDemoFolder() + QStringLiteral("/modelo182.ini");
     for (int i = 0; i < args.size(); ++i) {
         if (args.at(i) == QLatin1String("--session") && i + 1 < args.size()) {
@@ -123,6 +132,10 @@ int main(int argc, char **argv)
             std::fputs(kUsage, stderr);
             return 2;
         }
+    }
+    if (declarar) {
+        QCoreApplication app(argc, argv);
+        return RunDeclaration(sessionFile);
     }
     if (!QFileInfo::exists(sessionFile)) {
         Print(stderr, QStringLiteral("No existe el fichero de sesión «%1». Cree la instalación de demostración con: "

@@ -1,4 +1,5 @@
 #include "data/Demo.h"
+#include "data/DemoSavedWork.h"
 
 #include "util/NifCif.h"
 
@@ -426,6 +427,7 @@ InstallationDescription DemoSchool()
     description.session.numeroJustificante = QStringLiteral("1820000000001");
     description.session.delegacion = QStringLiteral("Madrid");
     description.session.domicilio = QStringLiteral("Calle de las Acacias, 12, 28045 Madrid");
+    description.savedWork = DemoSavedWork(description);
     return description;
 }
 

@@ -3,7 +3,8 @@
 #include "session/WizardRun.h"
 #include "wizard/frmSelCursos.h"
 
-cAsignarDatos::cAsignarDatos(Ui &ui, ComponentSetup setup) : m_ui(ui), m_setup(std::move(setup))
+cAsignarDatos::cAsignarDatos(Ui &ui, ComponentInstaller installComponents)
+    : m_ui(ui), m_installComponents(std::move(installComponents))
 {
 }
 
@@ -26,8 +27,8 @@ WizardRun &cAsignarDatos::EnsureRun()
 {
     if (!m_run) {
         m_run = std::make_unique<WizardRun>(m_ui);
-        if (m_setup)
-            m_setup(m_run->Componentes());
+        if (m_installComponents)
+            m_installComponents(*m_run);
     }
     return *m_run;
 }

@@ -14,12 +14,12 @@ class WizardRun;
 class cAsignarDatos
 {
 public:
-    // Registers, in each run's components, what the layers above the wizard
-    // provide (the catalogue maintenance window).
-    using ComponentSetup = std::function<void(ObjectFactory &)>;
+    // What the starter of the add-in puts into each run's factory (the
+    // components the windows create by programmatic identifier).
+    using ComponentInstaller = std::function<void(WizardRun &)>;
 
     // The windows are shown through `ui` (the Qt front end, or a test's).
-    explicit cAsignarDatos(Ui &ui, ComponentSetup setup = {});
+    explicit cAsignarDatos(Ui &ui, ComponentInstaller installComponents = {});
     ~cAsignarDatos();
 
     // Starts this add-in's run and copies the host's session into it. A
@@ -39,6 +39,6 @@ private:
     WizardRun &EnsureRun();
 
     Ui &m_ui;
-    ComponentSetup m_setup;
+    ComponentInstaller m_installComponents;
     std::unique_ptr<WizardRun> m_run;
 };

@@ -2,7 +2,10 @@
 
 #include "session/WizardRun.h"
 #include "session/cCentroApi.h"
+#include "util/OfficeDetector.h"
 #include "util/VbFormat.h"
+#include "wizard/CertificatePrinter.h"
+#include "wizard/DeclarationGenerator.h"
 #include "wizard/DonorGridBuilder.h"
 #include "wizard/DonorGridEditor.h"
 #include "wizard/DonorGridLayout.h"
@@ -26,12 +29,11 @@ frmActividadAlumno::frmActividadAlumno(WizardRun &run, frmSelCursos &cursos, frm
     cmdAnterior.Click = [this] { cmdAnterior_Click(); };
     cmdCancelar.Click = [this] { cmdCancelar_Click(); };
     cmdGuardar.Click = [this] { cmdGuardar_Click(); };
+    cmdAceptar.Click = [this] { cmdAceptar_Click(); };
+    cmdCarta.Click = [this] { cmdCarta_Click(); };
+    VersionOffice = ObtenerVersionOffice;
     txtValor.SetVisible(false);
     fraAlumnos.SetVisible(false);
-    // Saving, the declaration and the certificates come with their own
-    // classes; until then their buttons stay off.
-    cmdAceptar.SetEnabled(false);
-    cmdCarta.SetEnabled(false);
 }
 
 frmActividadAlumno::~frmActividadAlumno() = default;
@@ -106,4 +108,18 @@ void frmActividadAlumno::cmdGuardar_Click()
     // An amount still being typed counts as written.
     txtValor_LostFocus();
     DonorWorkSaver(*this).Save();
+}
+
+// The declaration and the certificates ----------------------------------
+
+void frmActividadAlumno::cmdAceptar_Click()
+{
+    // An amount still being typed counts as written.
+    txtValor_LostFocus();
+    DeclarationGenerator(*this).Generate();
+}
+
+void frmActividadAlumno::cmdCarta_Click()
+{
+    CertificatePrinter(*this).Print();
 }

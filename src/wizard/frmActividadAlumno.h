@@ -6,6 +6,8 @@
 #include "data/Declarante.h"
 #include "wizard/Registros.h"
 
+#include <QDate>
+#include <functional>
 #include <memory>
 
 class DonorGridEditor;
@@ -48,6 +50,15 @@ public:
     Declarante declarante;               // the school, from the latest school year
     qlonglong lngUltimoCurso = 0;        // that school year's key
     QString strRutaInformes;             // "/Informes/" or the development folder
+
+    // The declaration and the certificates: today's date (the declaration
+    // is for the year before), the installed Office version, and the
+    // generator's summary of the last declaration. Tests set their own.
+    std::function<QDate()> Hoy = [] { return QDate::currentDate(); };
+    std::function<QString()> VersionOffice;
+    QString UltimaGeneracion;
+    void cmdAceptar_Click();
+    void cmdCarta_Click();
 
     QList<ControlBase *> MandatoryControls() override;
 

@@ -1,6 +1,7 @@
 #include "CatalogueFixture.h"
 
 #include "catalogue/CatalogueComponents.h"
+#include "session/WizardRun.h"
 #include "catalogue/frmConfiguracion.h"
 #include "catalogue/frmNComAut.h"
 #include "catalogue/frmNPorcentaje.h"
@@ -257,7 +258,7 @@ TEST_F(NewEntries, TheAddinOffersTheCatalogueWindowToEachRun)
 {
     Install(); // a run without the catalogue window
     const SesionHostPtr session = SessionSettings::Load(paths.iniFile).BuildSession();
-    cAsignarDatos withCatalogue(ui, RegisterCatalogueWindows);
+    cAsignarDatos withCatalogue(ui, [](WizardRun &run) { RegisterCatalogueWindows(run.Componentes()); });
     withCatalogue.ObtenerDatos(session);
     EXPECT_TRUE(withCatalogue.Run()->Componentes().IsRegistered(ConfigurationWindowMaker::ProgId));
     cAsignarDatos without(ui);

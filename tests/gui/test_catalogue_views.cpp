@@ -12,7 +12,7 @@ protected:
     void OpenDeductionStep()
     {
         const InstallationPaths paths = BuildInstallation(dir.path(), SmallSchool());
-        addin = std::make_unique<cAsignarDatos>(qtUi, RegisterCatalogueWindows);
+        addin = std::make_unique<cAsignarDatos>(qtUi, [](WizardRun &run) { RegisterCatalogueWindows(run.Componentes()); });
         addin->ObtenerDatos(SessionSettings::Load(paths.iniFile).BuildSession());
         qtUi.ShowModal(std::make_shared<frmSelCursos>(*addin->Run()));
         ChooseWithKeys(Widget<QComboBox>("cboCentro"), "Colegio San Prueba");

@@ -38,6 +38,7 @@ public:
     QStringList Closed() const { return m_closed; }
     QStringList OpenWindows() const;                // bottom first
     QList<int> Pointers() const { return m_pointers; }
+    QStringList Opened() const { return m_opened; } // documents handed to ShellOpen
     void ClearLog();
 
 protected:

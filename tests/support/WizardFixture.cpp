@@ -1,5 +1,6 @@
 #include "WizardFixture.h"
 
+#include "addin/ExternalComponents.h"
 #include "data/Connection.h"
 #include "session/SessionSettings.h"
 #include "wizard/cAsignarDatos.h"
@@ -68,7 +69,7 @@ void WizardFixture::Install()
 {
     paths = BuildInstallation(dir.path(), description);
     const SessionSettings settings = SessionSettings::Load(paths.iniFile);
-    addin = std::make_unique<cAsignarDatos>(ui);
+    addin = std::make_unique<cAsignarDatos>(ui, ExternalComponents::Install);
     addin->ObtenerDatos(settings.BuildSession());
     run().SetStatementObserver([this](const Connection &, const QString &sql) { statements << sql; });
     statements.clear();
