@@ -91,7 +91,7 @@ void FillEntryDatabase(Connection &connection, const InstallationDescription &de
                        const InstallationPaths &paths)
 {
     QSqlDatabase db = connection.Database();
-    Transaction transaction(connection);
+    Connection::Transaction transaction(connection);
     QSqlQuery school = Prepare(db, QStringLiteral(
         "INSERT INTO Centro (IDCentro, Nombre, CIF, Direccion, Poblacion, CodigoPostal, Telefono) "
         "VALUES (?, ?, ?, ?, ?, ?, ?)"));
@@ -114,7 +114,7 @@ void FillEntryDatabase(Connection &connection, const InstallationDescription &de
 void FillSchoolDatabase(Connection &connection, const SavedWorkDescription &saved)
 {
     QSqlDatabase db = connection.Database();
-    Transaction transaction(connection);
+    Connection::Transaction transaction(connection);
     QSqlQuery activity = Prepare(db, QStringLiteral("INSERT INTO CursoEscAct VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
     for (const SavedActivity &a : saved.activities)
         Run(activity, {a.idCursoEscolar, Nullable(a.nombre), Nullable(a.conBD), a.idActividad,
@@ -171,7 +171,7 @@ private:
 void FillYearDatabase(Connection &connection, const YearDescription &year, const SchoolDescription &school)
 {
     QSqlDatabase db = connection.Database();
-    Transaction transaction(connection);
+    Connection::Transaction transaction(connection);
     ProvinceKeys provinces(db);
 
     QSqlQuery centro = Prepare(db, QStringLiteral(

@@ -48,7 +48,7 @@ QList<Column> MonthColumns()
     return columns;
 }
 
-void Finish(Connection &connection, Transaction &transaction)
+void Finish(Connection &connection, Connection::Transaction &transaction)
 {
     QSqlDatabase db = connection.Database();
     transaction.Commit();
@@ -121,7 +121,7 @@ void SeedCatalogue(QSqlDatabase &db)
 void CreateEntryDatabase(Connection &connection)
 {
     QSqlDatabase db = connection.Database();
-    Transaction transaction(connection);
+    Connection::Transaction transaction(connection);
     CreateTable(db, QStringLiteral("Centro"), {
         {QStringLiteral("IDCentro"), kKey},
         {QStringLiteral("Nombre"), kText},
@@ -143,7 +143,7 @@ void CreateEntryDatabase(Connection &connection)
 void CreateSchoolDatabase(Connection &connection)
 {
     QSqlDatabase db = connection.Database();
-    Transaction transaction(connection);
+    Connection::Transaction transaction(connection);
     CreateTable(db, QStringLiteral("CursoEscAct"), {
         {QStringLiteral("IDCursoEscolar"), kInteger},
         {QStringLiteral("Nombre"), kText},
@@ -187,14 +187,14 @@ void CreateSchoolDatabase(Connection &connection)
 
 void CreateDeletedRecordsDatabase(Connection &connection)
 {
-    Transaction transaction(connection);
+    Connection::Transaction transaction(connection);
     Finish(connection, transaction);
 }
 
 void CreateYearDatabase(Connection &connection)
 {
     QSqlDatabase db = connection.Database();
-    Transaction transaction(connection);
+    Connection::Transaction transaction(connection);
     CreateTable(db, QStringLiteral("Centro"), {
         {QStringLiteral("IDCentro"), kKey},
         {QStringLiteral("Nombre"), kText},
@@ -267,7 +267,7 @@ void CreateYearDatabase(Connection &connection)
 void CreateDeclarationDatabase(Connection &connection)
 {
     QSqlDatabase db = connection.Database();
-    Transaction transaction(connection);
+    Connection::Transaction transaction(connection);
     CreateTable(db, QStringLiteral("ComunidadesAutonomas"), {
         {QStringLiteral("IDComunidadAutonoma"), kAutoNumber},
         {QStringLiteral("ComunidadAutonoma"), kText},

@@ -48,29 +48,4 @@ void SetUserVersion(QSqlDatabase &db, int version)
     Exec(db, QStringLiteral("PRAGMA user_version = %1").arg(version));
 }
 
-Transaction::Transaction(Connection &connection)
-    : m_db(connection.Database())
-{
-    if (connection.InTransaction())
-        return;
-    if (!m_db.transaction())
-        throw DatabaseError(m_db.lastError().text(), QStringLiteral("BEGIN"));
-    m_active = true;
-}
-
-Transaction::~Transaction()
-{
-    if (m_active)
-        m_db.rollback();
-}
-
-void Transaction::Commit()
-{
-    if (!m_active)
-        return;
-    if (!m_db.commit())
-        throw DatabaseError(m_db.lastError().text(), QStringLiteral("COMMIT"));
-    m_active = false;
-}
-
 } // namespace SchemaSql

@@ -30,21 +30,4 @@ bool IsEmpty(QSqlDatabase &db, const QString &table);
 // Sets PRAGMA user_version.
 void SetUserVersion(QSqlDatabase &db, int version);
 
-// One transaction around a batch of writes: committed by Commit(), rolled
-// back if the scope is left without it (an exception). When the connection
-// already runs a transaction of its own, this one does nothing.
-class Transaction
-{
-public:
-    explicit Transaction(Connection &connection);
-    ~Transaction();
-    Transaction(const Transaction &) = delete;
-    Transaction &operator=(const Transaction &) = delete;
-    void Commit();
-
-private:
-    QSqlDatabase m_db;
-    bool m_active = false;
-};
-
 } // namespace SchemaSql
