@@ -20,6 +20,10 @@ const char *const kUsage =
     "Uso:\n"
     "  modelo182 [--session FICHERO]   abre el asistente del modelo 182 (por defecto, la instalación de demostración)\n"
     "  modelo182 demo CARPETA          crea una instalación de demostración en CARPETA\n"
+    "  modelo182 demo CARPETA --server CONEXION\n"
+    "                                  la misma, con las bases de datos del programa principal en un servidor\n"
+    "                                  PostgreSQL (Provider=PostgreSQL;Host=...;Port=...;Database=NOMBRE;\n"
+    "                                  User ID=...;Password=...): se crean NOMBRE_entrada, NOMBRE_centro, ...\n"
     "  modelo182 --help                muestra esta ayuda\n";
 
 void Print(FILE *stream, const QString &text)
@@ -27,14 +31,20 @@ void Print(FILE *stream, const QString &text)
     std::fprintf(stream, "%s\n", text.toLocal8Bit().constData());
 }
 
-int CreateDemo(const QString &folder)
+int CreateDemo(const QString &folder, const QString &server)
 {
     try {
-        const InstallationPaths paths = CreateDemoInstallation(folder);
+        // On a server, the declaration database goes where the add-in loaded
+        // by this program looks for it: "Informes" beside its library.
+        const InstallationPaths paths = server.isEmpty()
+            ? CreateDemoInstallation(folder)
+            : CreateDemoInstallationOnServer(folder, server, QCoreApplication::applicationDirPath());
         if (!WriteDemoIcon(paths.iconFile))
             Print(stderr, QStringLiteral("Aviso: no se ha podido escribir el icono «%1».").arg(paths.iconFile));
         Print(stdout, QStringLiteral("Instalación de demostración creada en %1").arg(paths.root));
         Print(stdout, QStringLiteral("Fichero de sesión: %1").arg(paths.iniFile));
+        if (!server.isEmpty())
+            Print(stdout, QStringLiteral("Base de datos de la declaración: %1").arg(paths.modelo182File));
         return 0;
     } catch (const std::exception &error) {
         Print(stderr, QStringLiteral("No se ha podido crear la instalación de demostración: %1")
@@ -57,12 +67,13 @@ int main(int argc, char **argv)
     }
 
     if (!args.isEmpty() && args.first() == QLatin1String("demo")) {
-        if (args.size() != 2) {
+        const bool onServer = args.size() == 4 && args.at(2) == QLatin1String("--server");
+        if (args.size() != 2 && !onServer) {
             std::fputs(kUsage, stderr);
             return 2;
         }
         QCoreApplication app(argc, argv);
-        return CreateDemo(args.at(1));
+        return CreateDemo(args.at(1), onServer ? args.at(3) : QString());
     }
 
     QString sessionFile = DefaultDemoFolder() + QStringLiteral("/modelo182.ini");

@@ -2,6 +2,7 @@
 
 #include "data/DatabaseError.h"
 #include "data/JetDialect.h"
+#include "data/PostgresDialect.h"
 #include "data/SqlProviders.h"
 
 #include <QDir>
@@ -268,7 +269,7 @@ Recordset Connection::Execute(const QString &sql)
     QSqlDatabase db = Database();
     const QString database = DatabaseName();
     if (!m_sqlite) {
-        Result result = Run(db, sql, sql, database);
+        Result result = Run(db, PostgresDialect::Adapt(sql), sql, database);
         m_recordsAffected = result.affected;
         return result.rows;
     }

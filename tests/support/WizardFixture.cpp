@@ -1,5 +1,7 @@
 #include "WizardFixture.h"
 
+#include "Providers.h"
+
 #include "data/Connection.h"
 #include "session/SessionSettings.h"
 #include "wizard/cAsignarDatos.h"
@@ -51,6 +53,8 @@ InstallationDescription SmallSchool()
 void WizardFixture::SetUp()
 {
     ASSERT_TRUE(dir.isValid());
+    if (const QString why = ProviderUnavailable(); !why.isEmpty())
+        GTEST_SKIP() << why.toStdString();
 }
 
 void WizardFixture::TearDown()
@@ -66,10 +70,11 @@ void WizardFixture::TearDown()
 
 void WizardFixture::Install()
 {
-    paths = BuildInstallation(dir.path(), description);
+    paths = BuildInstallation(dir.path(), OnRequestedProvider(description));
     const SessionSettings settings = SessionSettings::Load(paths.iniFile);
     addin = std::make_unique<cAsignarDatos>(ui);
     addin->ObtenerDatos(settings.BuildSession());
+    run().SetAddinFolder(paths.addinFolder);
     run().SetStatementObserver([this](const Connection &, const QString &sql) { statements << sql; });
     statements.clear();
 }
