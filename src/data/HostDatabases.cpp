@@ -45,22 +45,26 @@ QString HostDatabases::FilePath(const QString &file) const
     return OnServer() ? QString() : QDir(m_dataFolder).filePath(file);
 }
 
-ConnectionPtr HostDatabases::Create(const QString &file) const
+Connection &HostDatabases::Maintenance()
+{
+    if (!m_maintenance)
+        m_maintenance = PostgresServer::OpenMaintenance(m_server);
+    return *m_maintenance;
+}
+
+ConnectionPtr HostDatabases::Create(const QString &file)
 {
     if (!OnServer()) {
         RemoveDatabaseFile(FilePath(file));
         return Connection::CreateSQLite(FilePath(file));
     }
-    PostgresServer::PrepareEmptyDatabase(m_server, DatabaseName(file));
-    auto connection = std::make_shared<Connection>();
-    connection->Open(ConnectionString(file));
-    return connection;
+    return PostgresServer::OpenEmptyDatabase(Maintenance(), m_server, DatabaseName(file));
 }
 
-void HostDatabases::Remove(const QString &file) const
+void HostDatabases::Remove(const QString &file)
 {
     if (OnServer())
-        PostgresServer::DropDatabase(m_server, DatabaseName(file));
+        PostgresServer::DropDatabase(Maintenance(), DatabaseName(file));
     else
         RemoveDatabaseFile(FilePath(file));
 }

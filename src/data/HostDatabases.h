@@ -3,6 +3,7 @@
 #include "data/Connection.h"
 
 #include <QString>
+#include <memory>
 
 // Where the installation builder puts the host's databases: SQLite files in
 // the data folder (the default), or databases of a PostgreSQL server. Each
@@ -27,11 +28,16 @@ public:
 
     // A new, empty database opened for the creation routines; an earlier
     // one in the same place is replaced.
-    ConnectionPtr Create(const QString &file) const;
+    ConnectionPtr Create(const QString &file);
     // Removes the database if there is one.
-    void Remove(const QString &file) const;
+    void Remove(const QString &file);
 
 private:
+    // One connection to the server's maintenance database for the whole
+    // build: connecting is what takes time.
+    Connection &Maintenance();
+
+    std::unique_ptr<Connection> m_maintenance;
     QString m_server;
     QString m_prefix;
     QString m_dataFolderName;

@@ -331,7 +331,7 @@ InstallationPaths BuildInstallation(const QString &dir, const InstallationDescri
     paths.rutaAplicacion = root.filePath(kAppFolder);
     paths.informes = QDir(paths.rutaAplicacion).filePath(kReportsFolder);
     paths.iconFile = QDir(paths.rutaAplicacion).filePath(kIconFile);
-    const HostDatabases hosts = HostDatabasesOf(description, paths.rutaBD);
+    HostDatabases hosts = HostDatabasesOf(description, paths.rutaBD);
     paths.entradaFile = hosts.FilePath(kEntradaFile);
     paths.centroFile = hosts.FilePath(kCentroFile);
     paths.borradoFile = hosts.FilePath(kBorradoFile);
