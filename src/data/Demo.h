@@ -28,6 +28,10 @@ InstallationPaths CreateDemoInstallation(const QString &dir);
 // library, `addinFolder`: the file is made there.
 InstallationPaths CreateDemoInstallationOnServer(const QString &dir, const QString &connectionString,
                                                  const QString &addinFolder);
+// The description moved onto the server as above (any school: the demo, a
+// generated one).
+InstallationDescription OnServer(InstallationDescription description, const QString &connectionString,
+                                 const QString &addinFolder);
 
 // The server description a connection string of the PostgreSQL provider
 // gives: the server reached through its "postgres" database, the

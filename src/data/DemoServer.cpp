@@ -19,12 +19,17 @@ HostServerDescription ServerOf(const QString &connectionString)
     return server;
 }
 
-InstallationPaths CreateDemoInstallationOnServer(const QString &dir, const QString &connectionString,
-                                                 const QString &addinFolder)
+InstallationDescription OnServer(InstallationDescription description, const QString &connectionString,
+                                 const QString &addinFolder)
 {
-    InstallationDescription description = DemoSchool();
     description.server = ServerOf(connectionString);
     description.session.sqlServer = true;
     description.addinFolder = addinFolder;
-    return BuildInstallation(dir, description);
+    return description;
+}
+
+InstallationPaths CreateDemoInstallationOnServer(const QString &dir, const QString &connectionString,
+                                                 const QString &addinFolder)
+{
+    return BuildInstallation(dir, OnServer(DemoSchool(), connectionString, addinFolder));
 }
