@@ -82,7 +82,10 @@ TEST_F(ServerSchema, TheYearDatabaseHasTheProvincesAndItsTypesReadAsTheSQLiteOne
     db->Execute("INSERT INTO Actividad (IDActividad, Nombre, PrecioEuros) VALUES (3, 'Inglés', 12.5)");
     Recordset rs = db->Execute("SELECT IDActividad, Nombre, PrecioEuros FROM Actividad");
     EXPECT_EQ(rs.FieldNames(), (QStringList{"idactividad", "nombre", "precioeuros"}));
-    EXPECT_EQ(rs.Fields("IDActividad").toInt(), 3);
+    // Whole numbers come as SQLite gives them, 64-bit.
+    EXPECT_EQ(rs.Fields("IDActividad"), QVariant(qlonglong(3)));
+    EXPECT_EQ(db->Execute("SELECT MAX(IDActividad) AS m FROM Actividad").Fields("m"),
+              QVariant(qlonglong(3)));
     EXPECT_EQ(rs.Fields("Nombre").toString(), "Inglés");
     EXPECT_EQ(rs.Fields("PrecioEuros").toDouble(), 12.5);
 }
