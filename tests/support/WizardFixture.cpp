@@ -1,11 +1,11 @@
 #include "WizardFixture.h"
 
-#include "Providers.h"
-
 #include "data/Connection.h"
 #include "session/SessionSettings.h"
 #include "wizard/cAsignarDatos.h"
 #include "wizard/frmSelCursos.h"
+
+#include "Providers.h"
 
 InstallationDescription SmallSchool()
 {
