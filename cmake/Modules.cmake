@@ -18,10 +18,25 @@ endfunction()
 function(m182_test name)
   cmake_parse_arguments(ARG "" "" "LIBS" ${ARGN})
   file(GLOB _sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-  add_executable(test_${name} ${_sources})
+  add_executable(test_${name} ${_sources} ${PROJECT_SOURCE_DIR}/tests/TestEnvironment.cpp)
   target_link_libraries(test_${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gtest_main)
   target_compile_options(test_${name} PRIVATE -Wall -Wextra)
+  # The locale, time zone and platform are fixed by TestEnvironment.cpp:
+  # gtest_discover_tests passes only the first variable of an ENVIRONMENT
+  # list through.
   gtest_discover_tests(test_${name}
     DISCOVERY_MODE PRE_TEST
-    PROPERTIES ENVIRONMENT "LANG=C.UTF-8;LC_ALL=C.UTF-8;QT_QPA_PLATFORM=offscreen;TZ=UTC")
+    PROPERTIES ENVIRONMENT "LANG=C.UTF-8")
+endfunction()
+
+# The tests of `name` registered once more, named "PostgreSQL.<test>", with
+# the host's databases on the PostgreSQL server that M182_PG names (see
+# scripts/with-postgres); without a server they report themselves skipped.
+# gtest_discover_tests passes only the first variable of an ENVIRONMENT list
+# through (the others become property names), so the switch stands alone.
+function(m182_test_on_postgresql name)
+  gtest_discover_tests(test_${name}
+    DISCOVERY_MODE PRE_TEST
+    TEST_PREFIX "PostgreSQL."
+    PROPERTIES ENVIRONMENT "M182_PROVIDER=PostgreSQL")
 endfunction()

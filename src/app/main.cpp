@@ -28,6 +28,10 @@ const char *const kUsage =
     "  modelo182 demo CARPETA          crea una instalación de demostración en CARPETA\n"
     "      [--students N] [--years A] [--activities M] [--seed S]\n"
     "                                  un colegio generado de ese tamaño (p. ej. para medir la velocidad)\n"
+    "  modelo182 demo CARPETA --server CONEXION\n"
+    "                                  la misma, con las bases de datos del programa principal en un servidor\n"
+    "                                  PostgreSQL (Provider=PostgreSQL;Host=...;Port=...;Database=NOMBRE;\n"
+    "                                  User ID=...;Password=...): se crean NOMBRE_entrada, NOMBRE_centro, ...\n"
     "  modelo182 --help                muestra esta ayuda\n";
 
 int RunAeat(int argc, char **argv, const QStringList &words)
@@ -45,17 +49,23 @@ void Print(FILE *stream, const QString &text)
     std::fprintf(stream, "%s\n", text.toLocal8Bit().constData());
 }
 
-int CreateDemo(const QString &folder, const std::optional<SchoolSize> &size)
+int CreateDemo(const QString &folder, const std::optional<SchoolSize> &size, const QString &server)
 {
     try {
-        const InstallationPaths paths =
-            size ? BuildInstallation(folder, GeneratedSchool(*size)) : CreateDemoInstallation(folder);
+        InstallationDescription description = size ? GeneratedSchool(*size) : DemoSchool();
+        // On a server, the declaration database goes where the add-in loaded
+        // by this program looks for it: "Informes" beside its library.
+        if (!server.isEmpty())
+            description = OnServer(description, server, QCoreApplication::applicationDirPath());
+        const InstallationPaths paths = BuildInstallation(folder, description);
         // The school adapts the certificate templates in its reports folder.
         CertificateTemplates::Install(paths.informes);
         if (!WriteDemoIcon(paths.iconFile))
             Print(stderr, QStringLiteral("Aviso: no se ha podido escribir el icono «%1».").arg(paths.iconFile));
         Print(stdout, QStringLiteral("Instalación de demostración creada en %1").arg(paths.root));
         Print(stdout, QStringLiteral("Fichero de sesión: %1").arg(paths.iniFile));
+        if (!server.isEmpty())
+            Print(stdout, QStringLiteral("Base de datos de la declaración: %1").arg(paths.modelo182File));
         return 0;
     } catch (const std::exception &error) {
         Print(stderr, QStringLiteral("No se ha podido crear la instalación de demostración: %1")
@@ -84,6 +94,7 @@ int main(int argc, char **argv)
     if (!args.isEmpty() && args.first() == QLatin1String("demo")) {
         std::optional<SchoolSize> size;
         QString folder;
+        QString server;
         for (int i = 1; i < args.size(); ++i) {
             const QString &arg = args.at(i);
             const bool sized = arg == QLatin1String("--students") || arg == QLatin1String("--years")
@@ -105,6 +116,8 @@ int main(int argc, char **argv)
                     size->activities = int(qMin(value, 9u));
                 else
                     size->seed = value;
+            } else if (arg == QLatin1String("--server") && i + 1 < args.size()) {
+                server = args.at(++i);
             } else if (folder.isEmpty() && !arg.startsWith(QLatin1String("--"))) {
                 folder = arg;
             } else {
@@ -117,7 +130,7 @@ int main(int argc, char **argv)
             return 2;
         }
         QCoreApplication app(argc, argv);
-        return CreateDemo(folder, size);
+        return CreateDemo(folder, size, server);
     }
 
     const bool declarar = !args.isEmpty() && args.first() == QLatin1String("declarar");

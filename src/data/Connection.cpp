@@ -2,6 +2,7 @@
 
 #include "data/DatabaseError.h"
 #include "data/JetDialect.h"
+#include "data/PostgresDialect.h"
 #include "data/SqlProviders.h"
 
 #include <QDir>
@@ -52,6 +53,21 @@ struct Result
     int affected = 0;
 };
 
+// A server's whole numbers come back as 64-bit integers, as SQLite's do,
+// so the reader sees the same values whichever provider holds the data.
+QVariant AsSQLiteReadsIt(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+        return value.isNull() ? QVariant(QMetaType(QMetaType::LongLong)) : QVariant(value.toLongLong());
+    default:
+        return value;
+    }
+}
+
 Result Run(QSqlDatabase &db, const QString &text, const QString &original, const QString &database)
 {
     sqlite3 *handle = SQLiteHandle(db);
@@ -74,7 +90,7 @@ Result Run(QSqlDatabase &db, const QString &text, const QString &original, const
             QVariantList row;
             row.reserve(names.size());
             for (int i = 0; i < names.size(); ++i)
-                row.append(query.value(i));
+                row.append(handle ? query.value(i) : AsSQLiteReadsIt(query.value(i)));
             rows.append(std::move(row));
         }
         // A failure while stepping (a lock, a broken page) ends next() too.
@@ -268,7 +284,7 @@ Recordset Connection::Execute(const QString &sql)
     QSqlDatabase db = Database();
     const QString database = DatabaseName();
     if (!m_sqlite) {
-        Result result = Run(db, sql, sql, database);
+        Result result = Run(db, PostgresDialect::Adapt(sql), sql, database);
         m_recordsAffected = result.affected;
         return result.rows;
     }

@@ -34,3 +34,23 @@ InstallationDescription GeneratedSchool(const SchoolSize &size);
 
 // Builds the demo installation in `dir` (see BuildInstallation).
 InstallationPaths CreateDemoInstallation(const QString &dir);
+
+// The demo installation with the host's databases on a PostgreSQL server.
+// `connectionString` is of the PostgreSQL provider; its Database names the
+// installation ("modelo182" when absent): the databases are <name>_entrada,
+// <name>_centro, <name>_borrado, <name>_curso2024-2025 and
+// <name>_curso2025-2026, made from
+// the server's "postgres" database. The session's sqlserver flag is set, so
+// the add-in looks for Modelo182.mdb in the "Informes" folder beside its
+// library, `addinFolder`: the file is made there.
+InstallationPaths CreateDemoInstallationOnServer(const QString &dir, const QString &connectionString,
+                                                 const QString &addinFolder);
+// The description moved onto the server as above (any school: the demo, a
+// generated one).
+InstallationDescription OnServer(InstallationDescription description, const QString &connectionString,
+                                 const QString &addinFolder);
+
+// The server description a connection string of the PostgreSQL provider
+// gives: the server reached through its "postgres" database, the
+// connection's Database as the names' prefix.
+HostServerDescription ServerOf(const QString &connectionString);

@@ -2,10 +2,12 @@
 
 #include "data/Connection.h"
 #include "data/DatabaseError.h"
+#include "data/HostDatabases.h"
 #include "data/Schema.h"
 #include "data/SchemaSql.h"
 #include "data/SessionKeys.h"
 #include "data/SettingsFile.h"
+#include "data/SqlProviders.h"
 
 #include <QDir>
 #include <QFile>
@@ -35,11 +37,6 @@ const QString kDeclarationPassword = QStringLiteral("zq417tev");
 constexpr int kFirstPayerRole = 5001;
 constexpr int kFirstExtraProvince = 100;
 
-QString HostConnectionString(const QString &file)
-{
-    return QStringLiteral("Provider=SQLite;Data Source=") + kDataFolder + QLatin1Char('/') + file;
-}
-
 QString YearFileName(const YearDescription &year)
 {
     return year.fileName.isEmpty() ? QStringLiteral("curso%1.db").arg(year.id) : year.fileName;
@@ -66,25 +63,28 @@ int Boolean(bool value)
     return value ? -1 : 0;
 }
 
-void RemoveDatabaseFile(const QString &path)
-{
-    for (const char *suffix : {"", "-journal", "-wal", "-shm"}) {
-        const QString file = path + QString::fromLatin1(suffix);
-        if (QFileInfo::exists(file) && !QFile::remove(file))
-            throw std::runtime_error(("No se puede reemplazar el archivo " + file).toStdString());
-    }
-}
-
 void MakeFolder(const QString &path)
 {
     if (!QDir().mkpath(path))
         throw std::runtime_error(("No se puede crear la carpeta " + path).toStdString());
 }
 
-ConnectionPtr Create(const QString &path, const QString &provider = QStringLiteral("SQLite"))
+ConnectionPtr Create(const QString &path, const QString &provider)
 {
     RemoveDatabaseFile(path);
     return Connection::CreateSQLite(path, provider);
+}
+
+HostDatabases HostDatabasesOf(const InstallationDescription &description, const QString &dataFolder)
+{
+    const QString &server = description.server.connectionString;
+    if (!server.isEmpty()
+        && SqlProviders::KindOf(ConnectionString(server).Value(QStringLiteral("Provider")))
+               != SqlProviders::Kind::PostgreSQL)
+        throw DatabaseError(QStringLiteral("La conexión del servidor debe ser del proveedor PostgreSQL "
+                                           "(Provider=PostgreSQL;Host=...;Port=...;User ID=...;Password=...)."),
+                            server);
+    return HostDatabases(server, description.server.prefix, kDataFolder, dataFolder);
 }
 
 void FillEntryDatabase(Connection &connection, const InstallationDescription &description,
@@ -331,14 +331,20 @@ InstallationPaths BuildInstallation(const QString &dir, const InstallationDescri
     paths.rutaAplicacion = root.filePath(kAppFolder);
     paths.informes = QDir(paths.rutaAplicacion).filePath(kReportsFolder);
     paths.iconFile = QDir(paths.rutaAplicacion).filePath(kIconFile);
-    const QDir data(paths.rutaBD);
-    paths.entradaFile = data.filePath(kEntradaFile);
-    paths.centroFile = data.filePath(kCentroFile);
-    paths.borradoFile = data.filePath(kBorradoFile);
-    paths.conexionAppEntrada = HostConnectionString(kEntradaFile);
-    paths.conexionLocalCentro = HostConnectionString(kCentroFile);
-    paths.conexionBorradoLocalCentro = HostConnectionString(kBorradoFile);
-    paths.modelo182File = data.filePath(kModelo182File);
+    HostDatabases hosts = HostDatabasesOf(description, paths.rutaBD);
+    paths.entradaFile = hosts.FilePath(kEntradaFile);
+    paths.centroFile = hosts.FilePath(kCentroFile);
+    paths.borradoFile = hosts.FilePath(kBorradoFile);
+    paths.conexionAppEntrada = hosts.ConnectionString(kEntradaFile);
+    paths.conexionLocalCentro = hosts.ConnectionString(kCentroFile);
+    paths.conexionBorradoLocalCentro = hosts.ConnectionString(kBorradoFile);
+    // Where the add-in will look for it (the rule of the session's
+    // sqlserver flag).
+    paths.addinFolder = description.addinFolder.isEmpty() ? paths.rutaAplicacion
+                                                          : QDir::cleanPath(root.absoluteFilePath(description.addinFolder));
+    paths.modelo182File = description.session.sqlServer
+        ? QDir(paths.addinFolder).filePath(kReportsFolder + QLatin1Char('/') + kModelo182File)
+        : QDir(paths.rutaBD).filePath(kModelo182File);
     paths.modelo182ConnectionString = QStringLiteral("Provider=") + kJetProvider
                                       + QStringLiteral(";Data Source=") + QDir::toNativeSeparators(paths.modelo182File)
                                       + QStringLiteral(";Persist Security Info=False;Jet OLEDB:Database Password=")
@@ -347,37 +353,38 @@ InstallationPaths BuildInstallation(const QString &dir, const InstallationDescri
         YearPaths y;
         y.id = year.id;
         y.name = year.name;
-        y.databaseFile = data.filePath(YearFileName(year));
+        y.databaseFile = hosts.FilePath(YearFileName(year));
         y.connectionString = year.connectionString ? *year.connectionString
-                                                   : HostConnectionString(YearFileName(year));
+                                                   : hosts.ConnectionString(YearFileName(year));
         y.databaseCreated = year.createDatabase;
         paths.years.append(y);
     }
 
     MakeFolder(paths.rutaBD);
     MakeFolder(paths.informes);
+    MakeFolder(QFileInfo(paths.modelo182File).absolutePath());
 
     {
-        ConnectionPtr entrada = Create(paths.entradaFile);
+        ConnectionPtr entrada = hosts.Create(kEntradaFile);
         Schema::CreateEntryDatabase(*entrada);
         FillEntryDatabase(*entrada, description, paths);
     }
     {
-        ConnectionPtr centro = Create(paths.centroFile);
+        ConnectionPtr centro = hosts.Create(kCentroFile);
         Schema::CreateSchoolDatabase(*centro);
         FillSchoolDatabase(*centro, description.savedWork);
     }
     {
-        ConnectionPtr borrado = Create(paths.borradoFile);
+        ConnectionPtr borrado = hosts.Create(kBorradoFile);
         Schema::CreateDeletedRecordsDatabase(*borrado);
     }
     for (int i = 0; i < description.years.size(); ++i) {
         const YearDescription &year = description.years.at(i);
-        const QString file = paths.years.at(i).databaseFile;
-        RemoveDatabaseFile(file);
-        if (!year.createDatabase)
+        if (!year.createDatabase) {
+            hosts.Remove(YearFileName(year));
             continue;
-        ConnectionPtr connection = Create(file);
+        }
+        ConnectionPtr connection = hosts.Create(YearFileName(year));
         Schema::CreateYearDatabase(*connection);
         FillYearDatabase(*connection, year, year.school ? *year.school : description.school);
     }

@@ -172,6 +172,21 @@ struct SessionDescription
     QString domicilio;
 };
 
+// Where the host's databases go: SQLite files in the data folder, or a
+// PostgreSQL server.
+struct HostServerDescription
+{
+    // A connection string of the PostgreSQL provider reaching the server
+    // (Host, Port, User ID, Password; its Database, "postgres" when absent,
+    // is where the others are made from). "" puts SQLite files in the data
+    // folder.
+    QString connectionString;
+    // The server's databases are <prefix>_entrada, <prefix>_centro,
+    // <prefix>_borrado and <prefix>_curso<id> (a year's file name without
+    // its extension).
+    QString prefix = QStringLiteral("modelo182");
+};
+
 struct InstallationDescription
 {
     SchoolDescription school;                // the session's school (IDCentro, NombreCentro)
@@ -179,13 +194,19 @@ struct InstallationDescription
     QList<YearDescription> years;
     SavedWorkDescription savedWork;
     SessionDescription session;
+    HostServerDescription server;
+    // The folder of the add-in's library: with session.sqlServer set, the
+    // add-in looks for Modelo182.mdb in its "Informes" folder, so the file is
+    // made there. "" means the installation's application folder (where the
+    // host keeps its add-ins).
+    QString addinFolder;
 };
 
 struct YearPaths
 {
     int id = 0;
     QString name;
-    QString databaseFile;       // absolute path of the year's file
+    QString databaseFile;       // absolute path of the year's file ("" on a server)
     QString connectionString;   // CursoEscolar.BD as written (relative to the root)
     bool databaseCreated = true;
 };
@@ -202,14 +223,15 @@ struct InstallationPaths
     QString rutaAplicacion;       // root/app (session "rutaaplicacion")
     QString informes;             // root/app/Informes
     QString iconFile;             // root/app/modelo182.ico (not written here)
-    QString entradaFile;          // root/datos/entrada.db
+    QString entradaFile;          // root/datos/entrada.db ("" on a server, as the two below)
     QString centroFile;           // root/datos/centro.db
     QString borradoFile;          // root/datos/borrado.db
-    QString conexionAppEntrada;          // "Provider=SQLite;Data Source=datos/entrada.db"
+    QString conexionAppEntrada;          // "Provider=SQLite;Data Source=datos/entrada.db", or the server's
     QString conexionLocalCentro;         // "Provider=SQLite;Data Source=datos/centro.db"
     QString conexionBorradoLocalCentro;  // "Provider=SQLite;Data Source=datos/borrado.db"
     QList<YearPaths> years;       // in the order of the description
-    QString modelo182File;        // root/datos/Modelo182.mdb
+    QString addinFolder;          // where the add-in's library is taken to be
+    QString modelo182File;        // root/datos/Modelo182.mdb; with sqlserver, <addinFolder>/Informes/Modelo182.mdb
     // The declaration connection's string with the absolute path:
     // "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=<modelo182File>;
     // Persist Security Info=False;Jet OLEDB:Database Password=zq417tev"
@@ -227,6 +249,8 @@ struct InstallationPaths
 // at the missing member. Address and `Direccion` keys are numbered 1, 2, ...
 // in member order. A province name not among the seeded ones is added to the
 // year's `Provincia` with a key from 100 on.
+// On a server, a database of the same name made by an earlier installation
+// is emptied and filled again; one holding anything else is refused.
 // Throws DatabaseError on a database failure, std::runtime_error when a
 // folder cannot be made, SettingsFileError when the settings file cannot
 // be written.

@@ -1,6 +1,9 @@
 #include "data/Schema.h"
 
+#include "data/ColumnType.h"
 #include "data/Connection.h"
+#include "data/DatabaseError.h"
+#include "data/PostgresSchema.h"
 #include "data/SchemaSql.h"
 #include "data/SchemaVersion.h"
 #include "data/Seed.h"
@@ -17,24 +20,30 @@ namespace {
 
 // Column types. Every text column carries the Spanish, case-insensitive
 // collation; Booleans and month flags are integers (-1 / 0).
-const QString kText = QStringLiteral("TEXT COLLATE " M182_TEXT_COLLATION);
-const QString kInteger = QStringLiteral("INTEGER");
-const QString kReal = QStringLiteral("REAL");
-const QString kBoolean = QStringLiteral("INTEGER");
-const QString kKey = QStringLiteral("INTEGER PRIMARY KEY");
-const QString kAutoNumber = QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");
+constexpr ColumnType kText = ColumnType::Text;
+constexpr ColumnType kInteger = ColumnType::Integer;
+constexpr ColumnType kReal = ColumnType::Real;
+constexpr ColumnType kBoolean = ColumnType::Boolean;
+constexpr ColumnType kKey = ColumnType::Key;
+constexpr ColumnType kAutoNumber = ColumnType::AutoNumber;
 
 struct Column
 {
     QString name;
-    QString type;
+    ColumnType type;
 };
 
+// Names stay unquoted: a server folds them to lower case, and the
+// statements' mixed-case names then find them as Access does.
 void CreateTable(QSqlDatabase &db, const QString &table, const QList<Column> &columns)
 {
+    const bool server = PostgresSchema::IsServer(db);
+    if (server)
+        PostgresSchema::CreateTextCollation(db);
     QStringList parts;
     for (const Column &column : columns)
-        parts << column.name + QLatin1Char(' ') + column.type;
+        parts << column.name + QLatin1Char(' ')
+                     + ColumnTypeSql(column.type, server ? SqlEngine::PostgreSQL : SqlEngine::SQLite);
     Exec(db, QStringLiteral("CREATE TABLE IF NOT EXISTS ") + table + QStringLiteral(" (")
                  + parts.join(QStringLiteral(", ")) + QLatin1Char(')'));
 }
@@ -267,6 +276,9 @@ void CreateYearDatabase(Connection &connection)
 void CreateDeclarationDatabase(Connection &connection)
 {
     QSqlDatabase db = connection.Database();
+    if (PostgresSchema::IsServer(db))
+        throw DatabaseError(QStringLiteral("La base de datos de la declaración (Modelo182.mdb) es siempre un archivo "
+                                           "local; no se crea en el servidor."));
     Connection::Transaction transaction(connection);
     CreateTable(db, QStringLiteral("ComunidadesAutonomas"), {
         {QStringLiteral("IDComunidadAutonoma"), kAutoNumber},
@@ -347,6 +359,8 @@ void CreateDeclarationDatabase(Connection &connection)
 int UserVersion(Connection &connection)
 {
     QSqlDatabase db = connection.Database();
+    if (PostgresSchema::IsServer(db))
+        return PostgresSchema::Version(db);
     return Scalar(db, QStringLiteral("PRAGMA user_version")).toInt();
 }
 

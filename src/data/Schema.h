@@ -3,11 +3,14 @@
 class Connection;
 
 // Creation of every database the program reads or writes, on an open SQLite
-// connection (Connection::CreateSQLite). Each routine is idempotent: tables,
-// indexes and triggers are created only when missing, seed rows go only into
-// empty tables, and PRAGMA user_version is set to kSchemaVersion. Every text
-// column is declared with the collation M182_TEXT_COLLATION, so comparisons
-// ignore case and ordering is Spanish. Booleans are integers holding -1 or 0.
+// connection (Connection::CreateSQLite); the host's databases also on a
+// PostgreSQL connection. Each routine is idempotent: tables, indexes and
+// triggers are created only when missing, seed rows go only into empty
+// tables, and the schema version (PRAGMA user_version, or the server's
+// version table) is set to kSchemaVersion. Every text column is declared with
+// the collation M182_TEXT_COLLATION (on the server, the ICU collation of
+// PostgresSchema), so comparisons ignore case and ordering is Spanish.
+// Booleans are integers holding -1 or 0.
 // A failing statement throws DatabaseError; the routine's own writes are then
 // rolled back.
 namespace Schema {
@@ -37,10 +40,10 @@ void CreateYearDatabase(Connection &connection);
 // `ComunidadesAutonomas_Deducciones`, `TipoDonativos_Deducciones`,
 // `Provincias`) seeded with the rows of Seed, and the declaration tables
 // `Declarantes`, `Donantes` (removed with their declarant by a trigger) and
-// `CartaDonantes`.
+// `CartaDonantes`. Always a local file: refused on a server.
 void CreateDeclarationDatabase(Connection &connection);
 
-// PRAGMA user_version of the connection's database.
+// The schema version of the connection's database.
 int UserVersion(Connection &connection);
 
 } // namespace Schema

@@ -2,6 +2,7 @@
 
 #include "data/Connection.h"
 #include "data/DatabaseError.h"
+#include "data/PostgresSchema.h"
 
 #include <QSqlError>
 
@@ -45,6 +46,10 @@ bool IsEmpty(QSqlDatabase &db, const QString &table)
 
 void SetUserVersion(QSqlDatabase &db, int version)
 {
+    if (PostgresSchema::IsServer(db)) {
+        PostgresSchema::SetVersion(db, version);
+        return;
+    }
     Exec(db, QStringLiteral("PRAGMA user_version = %1").arg(version));
 }
 

@@ -27,7 +27,7 @@ void Run(QSqlQuery &query, const QVariantList &values);
 // True when the table holds no row.
 bool IsEmpty(QSqlDatabase &db, const QString &table);
 
-// Sets PRAGMA user_version.
+// Sets PRAGMA user_version (on a server, the version table).
 void SetUserVersion(QSqlDatabase &db, int version);
 
 } // namespace SchemaSql

@@ -1,6 +1,8 @@
 #include "data/SqlProviders.h"
 
 #include "data/DatabaseError.h"
+#include "data/PostgresErrors.h"
+#include "data/PostgresSchema.h"
 #include "data/SchemaVersion.h"
 #include "data/SpanishCollation.h"
 
@@ -21,6 +23,8 @@ const QString kQtPostgreSQL = QStringLiteral("QPSQL");
 
 int SQLiteCode(const QSqlError &error)
 {
+    if (PostgresErrors::IsSqlState(error.nativeErrorCode()))
+        return -1;
     bool ok = false;
     const int code = error.nativeErrorCode().toInt(&ok);
     return ok ? (code & 0xff) : -1;
@@ -66,6 +70,9 @@ QString ErrorText(const QSqlError &error)
 
 QString StatementFailure(const QSqlError &error, const QString &database)
 {
+    const QString server = PostgresErrors::StatementFailure(error.nativeErrorCode(), database);
+    if (!server.isEmpty())
+        return server;
     const QString where = QStringLiteral("«") + database + QStringLiteral("»");
     switch (SQLiteCode(error)) {
     case SQLITE_BUSY:
@@ -222,12 +229,21 @@ void OpenPostgreSQL(const QString &name, const ConnectionString &text)
     // A server that does not answer must not freeze the office's screen.
     db.setConnectOptions(QStringLiteral("connect_timeout=5"));
     if (!db.open())
-        throw DatabaseError(QStringLiteral("No se puede conectar con la base de datos «") + database
-                                + QStringLiteral("» del servidor «")
-                                + (host.isEmpty() ? QStringLiteral("localhost") : host)
-                                + QStringLiteral("». Compruebe que el servidor está en marcha y que el usuario y la "
-                                                 "contraseña son correctos."),
+        throw DatabaseError(PostgresErrors::ConnectFailure(db.lastError(), {host, port, database, db.userName()}),
                             connectionText, ErrorText(db.lastError()));
+    const int version = PostgresSchema::Version(db);
+    if (version > kSchemaVersion)
+        throw DatabaseError(QStringLiteral("La base de datos «") + database
+                                + QStringLiteral("» fue creada por una versión más reciente del programa (estructura ")
+                                + QString::number(version) + QStringLiteral("; esta versión admite hasta la ")
+                                + QString::number(kSchemaVersion)
+                                + QStringLiteral("). Actualice el programa para abrirla."),
+                            connectionText);
+    // A row another user keeps locked fails the statement after a while
+    // instead of freezing the window.
+    // The server's notices (a table that already exists, ...) are not for
+    // the office.
+    QSqlQuery(db).exec(QStringLiteral("SET lock_timeout = 5000; SET client_min_messages = warning"));
     pending.Keep();
 }
 

@@ -36,6 +36,8 @@ protected:
     void SetUp() override
     {
         DeclarationFixture::SetUp();
+        if (IsSkipped())
+            return;
 #ifndef M182_PROGRAM
         GTEST_SKIP() << "the modelo182 program is not built here";
 #endif

@@ -6,6 +6,8 @@
 #include "wizard/cAsignarDatos.h"
 #include "wizard/frmSelCursos.h"
 
+#include "Providers.h"
+
 InstallationDescription SmallSchool()
 {
     InstallationDescription d;
@@ -52,6 +54,8 @@ InstallationDescription SmallSchool()
 void WizardFixture::SetUp()
 {
     ASSERT_TRUE(dir.isValid());
+    if (const QString why = ProviderUnavailable(); !why.isEmpty())
+        GTEST_SKIP() << why.toStdString();
 }
 
 void WizardFixture::TearDown()
@@ -67,10 +71,11 @@ void WizardFixture::TearDown()
 
 void WizardFixture::Install()
 {
-    paths = BuildInstallation(dir.path(), description);
+    paths = BuildInstallation(dir.path(), OnRequestedProvider(description));
     const SessionSettings settings = SessionSettings::Load(paths.iniFile);
     addin = std::make_unique<cAsignarDatos>(ui, ExternalComponents::Install);
     addin->ObtenerDatos(settings.BuildSession());
+    run().SetAddinFolder(paths.addinFolder);
     run().SetStatementObserver([this](const Connection &, const QString &sql) { statements << sql; });
     statements.clear();
 }

@@ -1,4 +1,5 @@
 #include "DonorStepFixture.h"
+#include "Providers.h"
 
 #include "wizard/DonorGridLayout.h"
 
@@ -81,6 +82,9 @@ TEST_F(SavedWorkRoundTrip, EditedMarksAmountsAndNamesComeBack)
 
 TEST_F(SavedWorkRoundTrip, SavedPaymentsWithoutARowAreWrittenBackAsTheyWereRead)
 {
+    // A text in a number column is something only a file database keeps.
+    if (RequestedProvider() == HostProvider::PostgreSQL)
+        GTEST_SKIP() << "a text amount cannot be stored on the server";
     frmActividadAlumno &form = WalkToDonorStep("2023-2024", {"Comedor"});
     form.cmdGuardar.Press();
     {
