@@ -49,7 +49,7 @@ long PeakResidentKib()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;   // KiB on Linux
+    return usage.ru_maxrss; // KiB on Linux
 }
 
 namespace {

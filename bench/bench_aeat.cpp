@@ -118,8 +118,7 @@ int main(int argc, char **argv)
             const QString file = Prepare(dir, donors, out);
             QProcess child;
             child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-            child.start(QCoreApplication::applicationFilePath(),
-                        {QStringLiteral("--case"), file, QString::number(runs)});
+            child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--case"), file, QString::number(runs)});
             if (!child.waitForFinished(-1) || child.exitCode() != 0) {
                 out << "the case of " << donors << " donors failed\n";
                 return 1;

@@ -44,8 +44,7 @@ public:
     QStringList messages;
 };
 
-template <typename T>
-T &Top(SilentUi &ui)
+template <typename T> T &Top(SilentUi &ui)
 {
     auto *form = dynamic_cast<T *>(ui.Stack().Top());
     if (!form) {
@@ -65,8 +64,8 @@ void Floor(const InstallationPaths &paths, const InstallationDescription &school
     sqlite3_stmt *payer = nullptr, *amount = nullptr;
     sqlite3_prepare_v2(centro, "SELECT Nombre, AP1, AP2, NIF, Mostrar FROM ALMFModelo182 WHERE IDAL=? AND IDMF=?", -1,
                        &payer, nullptr);
-    sqlite3_prepare_v2(centro, "SELECT Pago FROM DatosModelo182 WHERE IDCC=? AND IDAct=? AND IDAL=? AND IDMF=?", -1,
-                       &amount, nullptr);
+    sqlite3_prepare_v2(centro, "SELECT Pago FROM DatosModelo182 WHERE IDCC=? AND IDAct=? AND IDAL=? AND IDMF=?", -1, &amount,
+                       nullptr);
     std::unordered_map<std::string, std::vector<double>> rows;
     for (const YearDescription &year : school.years) {
         sqlite3 *db = nullptr;
@@ -78,7 +77,7 @@ void Floor(const InstallationPaths &paths, const InstallationDescription &school
             const int columns = sqlite3_column_count(query);
             while (sqlite3_step(query) == SQLITE_ROW) {
                 std::string key = std::to_string(sqlite3_column_int64(query, columns - 2)) + " "
-                    + std::to_string(sqlite3_column_int64(query, columns - 1));
+                                  + std::to_string(sqlite3_column_int64(query, columns - 1));
                 for (int c = 0; c < columns; ++c)
                     sqlite3_column_text(query, c);
                 auto &cells = rows[key];
@@ -170,10 +169,10 @@ int main(int argc, char **argv)
     deducciones.cmdSiguiente.Press();
     frmActividadAlumno &alumnos = Top<frmActividadAlumno>(ui);
 
-    std::printf("School: %d students, %d years x %d activities; grid %d rows x %d columns\n\n", size.students,
-                size.years, size.activities, alumnos.msgMod182.Rows() - 1, alumnos.msgMod182.Cols());
-    std::printf("%-30s %9s %19s %9s %9s %7s %11s\n", "operation", "wall ms", "wall min-max", "cpu ms", "floor cpu",
-                "ratio", "statements");
+    std::printf("School: %d students, %d years x %d activities; grid %d rows x %d columns\n\n", size.students, size.years,
+                size.activities, alumnos.msgMod182.Rows() - 1, alumnos.msgMod182.Cols());
+    std::printf("%-30s %9s %19s %9s %9s %7s %11s\n", "operation", "wall ms", "wall min-max", "cpu ms", "floor cpu", "ratio",
+                "statements");
     for (const bool loaded : {false, true}) {
         cursos.blnCargarDatos = loaded;
         statements = 0;

@@ -34,19 +34,20 @@ private:
 class Modelo182Adapter final : public Modelo182Componente
 {
 public:
-    Modelo182Adapter(Modelo182Options options, QLocale locale)
-        : m_generator(std::move(options)), m_locale(std::move(locale)) {}
+    Modelo182Adapter(Modelo182Options options, QLocale locale) : m_generator(std::move(options)), m_locale(std::move(locale))
+    {
+    }
 
     GeneracionModelo182 GenerarModelo182(Connection &conexion, bool &generado, bool a3, const QString &rutaaplicacion,
-                                         const QString &texto5, const QString &texto6, qint16 a7,
-                                         const QVariant &omitido8, bool a9, const QVariant &omitido10, bool a11,
-                                         bool a12, const QVariant &omitido13, qint16 a14, const QVariant &omitido15,
-                                         const QString &vacio, ProgressBar &progreso) override
+                                         const QString &texto5, const QString &texto6, qint16 a7, const QVariant &omitido8,
+                                         bool a9, const QVariant &omitido10, bool a11, bool a12, const QVariant &omitido13,
+                                         qint16 a14, const QVariant &omitido15, const QString &vacio,
+                                         ProgressBar &progreso) override
     {
         ProgressBarSink sink(progreso);
-        const Modelo182Result result = m_generator.GenerarModelo182(
-            conexion, generado, a3, rutaaplicacion, texto5, texto6, a7, omitido8, a9, omitido10, a11, a12, omitido13,
-            a14, omitido15, vacio, sink);
+        const Modelo182Result result = m_generator.GenerarModelo182(conexion, generado, a3, rutaaplicacion, texto5, texto6,
+                                                                    a7, omitido8, a9, omitido10, a11, a12, omitido13, a14,
+                                                                    omitido15, vacio, sink);
         GeneracionModelo182 out;
         out.generado = result.generado;
         out.declarante = result.declarante;
@@ -74,10 +75,7 @@ public:
     {
         return Certificates::Merge(plantilla, cartaDonantes, declaracion, [hoy] { return hoy; });
     }
-    QString DocumentoCombinado(const QString &plantilla) const override
-    {
-        return Certificates::OutputPathFor(plantilla);
-    }
+    QString DocumentoCombinado(const QString &plantilla) const override { return Certificates::OutputPathFor(plantilla); }
 };
 
 // Registers both components with the run's factory; the generator takes

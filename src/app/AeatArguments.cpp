@@ -66,8 +66,7 @@ bool AeatArguments::CheckIds(const QString &justificanteNuevo, QString &error) c
     return true;
 }
 
-std::optional<AeatArguments> AeatArguments::Parse(const QStringList &words, const QString &defaultSession,
-                                                  QString &error)
+std::optional<AeatArguments> AeatArguments::Parse(const QStringList &words, const QString &defaultSession, QString &error)
 {
     AeatArguments a;
     bool session = false, database = false, out = false, justificante = false;

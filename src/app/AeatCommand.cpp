@@ -48,8 +48,7 @@ Modelo182Options::Tipo TipoOf(AeatArguments::Tipo tipo)
 
 } // namespace
 
-AeatCommand::AeatCommand(QString defaultSession)
-    : m_defaultSession(std::move(defaultSession))
+AeatCommand::AeatCommand(QString defaultSession) : m_defaultSession(std::move(defaultSession))
 {
 }
 
@@ -167,8 +166,7 @@ int AeatCommand::Generate(const QString &database, const Modelo182Options &optio
         m_output = result.Resumen(options.locale) + QLatin1Char('\n');
         return kWritten;
     } catch (const DatabaseError &error) {
-        m_errors = QStringLiteral("No se ha generado el fichero del modelo 182.\n") + error.Describe()
-                   + QLatin1Char('\n');
+        m_errors = QStringLiteral("No se ha generado el fichero del modelo 182.\n") + error.Describe() + QLatin1Char('\n');
     } catch (const std::exception &error) {
         m_errors = QStringLiteral("No se ha generado el fichero del modelo 182: ") + QString::fromUtf8(error.what())
                    + QLatin1Char('\n');

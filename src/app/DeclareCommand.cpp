@@ -53,9 +53,10 @@ public:
         m_ui.Print(QStringLiteral("Cargando los datos guardados..."));
         Press(first.cmdCargar);
         if (first.colCursosEscolares.IsEmpty())
-            Fail(QStringLiteral("No hay trabajo guardado en la base de datos del centro. Abra el asistente, prepare la "
-                                "declaración y pulse «Guardar»; después vuelva a ejecutar «modelo182 declarar». Una instalación de "
-                                "demostración anterior a esta versión se vuelve a crear con «modelo182 demo CARPETA»."));
+            Fail(QStringLiteral(
+                "No hay trabajo guardado en la base de datos del centro. Abra el asistente, prepare la "
+                "declaración y pulse «Guardar»; después vuelva a ejecutar «modelo182 declarar». Una instalación de "
+                "demostración anterior a esta versión se vuelve a crear con «modelo182 demo CARPETA»."));
 
         Press(first.cmdAceptar);
         Press(Top<frmSelActividad>().cmdAceptar);
@@ -74,8 +75,8 @@ public:
                                 + invalid[i].miembro + QStringLiteral("; CIF-NIF: ") + invalid[i].nif);
             throw Stop{};
         }
-        const QString informes =
-            run.Configuracion().datossesion()->Text(QStringLiteral("rutaaplicacion")) + donors.strRutaInformes;
+        const QString informes = run.Configuracion().datossesion()->Text(QStringLiteral("rutaaplicacion"))
+                                 + donors.strRutaInformes;
         const QString cartaDonantes = informes + QString::fromLatin1(MailMergeDatabase::kFileName);
 
         m_ui.Print(QStringLiteral("Combinando los certificados..."));
@@ -89,8 +90,7 @@ public:
     }
 
 private:
-    template <typename T>
-    T &Top()
+    template <typename T> T &Top()
     {
         auto *form = dynamic_cast<T *>(m_ui.Stack().Top());
         if (!form)

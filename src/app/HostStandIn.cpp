@@ -38,7 +38,7 @@ QString DefaultDemoFolder()
 bool CanShowWindows()
 {
     return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || qEnvironmentVariableIsSet("DISPLAY")
-        || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+           || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
 
 int RunWizard(const QString &sessionFile)

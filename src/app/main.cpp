@@ -15,8 +15,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <optional>
 #include <cstdio>
+#include <optional>
 
 namespace {
 
@@ -98,12 +98,13 @@ int main(int argc, char **argv)
         for (int i = 1; i < args.size(); ++i) {
             const QString &arg = args.at(i);
             const bool sized = arg == QLatin1String("--students") || arg == QLatin1String("--years")
-                || arg == QLatin1String("--activities") || arg == QLatin1String("--seed");
+                               || arg == QLatin1String("--activities") || arg == QLatin1String("--seed");
             if (sized && i + 1 < args.size()) {
                 bool ok = false;
                 const uint value = args.at(++i).toUInt(&ok);
                 if (!ok || value == 0 || value > 1000000) {
-                    Print(stderr, QStringLiteral("El valor de ") + arg + QStringLiteral(" debe ser un número entero positivo."));
+                    Print(stderr,
+                          QStringLiteral("El valor de ") + arg + QStringLiteral(" debe ser un número entero positivo."));
                     return 2;
                 }
                 if (!size)

@@ -15,8 +15,7 @@ QString PercentageText(float valor, const QLocale &locale);
 // while the catalogue window edits them: every link read from the database
 // in state NoModificado, links added here NUEVO, links removed here
 // Eliminado until accepted. `Owner` is the record's community or type id.
-template <typename T, qint16 T::*Owner>
-class DeductionLinks
+template <typename T, qint16 T::*Owner> class DeductionLinks
 {
 public:
     using Ptr = std::shared_ptr<T>;

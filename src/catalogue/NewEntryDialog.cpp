@@ -4,11 +4,8 @@
 #include "util/VbFormat.h"
 #include "wizard/FormSetup.h"
 
-NewEntryDialog::NewEntryDialog(WizardRun &run, frmConfiguracion &configuracion, const QString &name,
-                               const QString &caption)
-    : Form(run.ui(), name, caption),
-      m_run(run),
-      m_configuracion(configuracion)
+NewEntryDialog::NewEntryDialog(WizardRun &run, frmConfiguracion &configuracion, const QString &name, const QString &caption)
+    : Form(run.ui(), name, caption), m_run(run), m_configuracion(configuracion)
 {
 }
 

@@ -29,10 +29,8 @@ qint16 SelectedId(const ListControl &list)
 } // namespace
 
 frmConfiguracion::frmConfiguracion(WizardRun &run, frmSelCursos &cursos, frmActividadPonderacion &paso)
-    : Form(run.ui(), QStringLiteral("frmConfiguracion"), QStringLiteral("Configuración de Deducciones")),
-      m_run(run),
-      m_cursos(cursos),
-      m_paso(paso)
+    : Form(run.ui(), QStringLiteral("frmConfiguracion"), QStringLiteral("Configuración de Deducciones")), m_run(run),
+      m_cursos(cursos), m_paso(paso)
 {
     cboComAut.Click = [this] { cboComAut_Click(); };
     cboTipo.Click = [this] { cboTipo_Click(); };
@@ -101,9 +99,9 @@ void frmConfiguracion::LoadLinks()
                      rs.Fields(QStringLiteral("Deduccion")).toFloat());
     rs.Close();
 
-    rs = m182.Execute(QStringLiteral(
-        "SELECT codComunidadAutonoma, codDeduccion, Deduccion FROM ComunidadesAutonomas_Deducciones INNER JOIN Deducciones ON "
-        "Deducciones.IDDeduccion=ComunidadesAutonomas_Deducciones.codDeduccion"));
+    rs = m182.Execute(QStringLiteral("SELECT codComunidadAutonoma, codDeduccion, Deduccion FROM "
+                                     "ComunidadesAutonomas_Deducciones INNER JOIN Deducciones ON "
+                                     "Deducciones.IDDeduccion=ComunidadesAutonomas_Deducciones.codDeduccion"));
     for (; !rs.Eof(); rs.MoveNext())
         m_comunidades.Load(qint16(rs.Fields(QStringLiteral("codComunidadAutonoma")).toLongLong()),
                            qint16(rs.Fields(QStringLiteral("codDeduccion")).toLongLong()),

@@ -25,7 +25,7 @@ QString frmNComAut::Refusal() const
 QString frmNComAut::DuplicateQuery() const
 {
     return QStringLiteral("SELECT comunidadautonoma FROM comunidadesautonomas WHERE comunidadautonoma='")
-        + SqlEscape(txtNomComAut.Text()) + QStringLiteral("'");
+           + SqlEscape(txtNomComAut.Text()) + QStringLiteral("'");
 }
 
 QString frmNComAut::DuplicateMessage() const
@@ -36,8 +36,7 @@ QString frmNComAut::DuplicateMessage() const
 QString frmNComAut::InsertStatement() const
 {
     return QStringLiteral("INSERT INTO ComunidadesAutonomas (comunidadautonoma,codigocomunidadautonoma) VALUES ('")
-        + SqlEscape(txtNomComAut.Text()) + QStringLiteral("','") + SqlEscape(txtCodComAut.Text())
-        + QStringLiteral("')");
+           + SqlEscape(txtNomComAut.Text()) + QStringLiteral("','") + SqlEscape(txtCodComAut.Text()) + QStringLiteral("')");
 }
 
 QString frmNComAut::NewIdQuery() const

@@ -21,7 +21,7 @@ QString frmNTipoDeduccion::DuplicateQuery() const
 {
     // Only the name must be new; two types may share a code.
     return QStringLiteral("SELECT TipoDonativo FROM TipoDonativos WHERE TipoDonativo='") + SqlEscape(txtTDonativo.Text())
-        + QStringLiteral("'");
+           + QStringLiteral("'");
 }
 
 QString frmNTipoDeduccion::DuplicateMessage() const
@@ -32,7 +32,7 @@ QString frmNTipoDeduccion::DuplicateMessage() const
 QString frmNTipoDeduccion::InsertStatement() const
 {
     return QStringLiteral("INSERT INTO TipoDonativos (TipoDonativo,CodigoDonativo) VALUES ('")
-        + SqlEscape(txtTDonativo.Text()) + QStringLiteral("','") + SqlEscape(txtCDonativo.Text()) + QStringLiteral("')");
+           + SqlEscape(txtTDonativo.Text()) + QStringLiteral("','") + SqlEscape(txtCDonativo.Text()) + QStringLiteral("')");
 }
 
 QString frmNTipoDeduccion::NewIdQuery() const

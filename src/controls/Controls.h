@@ -26,8 +26,7 @@ class Label : public Control
 {
     Q_OBJECT
 public:
-    Label(Form *owner, const QString &name, const QString &caption = QString())
-        : Control(owner, name), m_caption(caption) {}
+    Label(Form *owner, const QString &name, const QString &caption = QString()) : Control(owner, name), m_caption(caption) {}
     QString Caption() const { return m_caption; }
     void SetCaption(const QString &caption);
 
@@ -47,7 +46,9 @@ class CommandButton : public Control
     Q_OBJECT
 public:
     CommandButton(Form *owner, const QString &name, const QString &caption = QString())
-        : Control(owner, name), m_caption(caption) {}
+        : Control(owner, name), m_caption(caption)
+    {
+    }
     QString Caption() const { return m_caption; }
     void SetCaption(const QString &caption);
 
@@ -67,8 +68,9 @@ class CheckBox : public Control
 {
     Q_OBJECT
 public:
-    CheckBox(Form *owner, const QString &name, const QString &caption = QString())
-        : Control(owner, name), m_caption(caption) {}
+    CheckBox(Form *owner, const QString &name, const QString &caption = QString()) : Control(owner, name), m_caption(caption)
+    {
+    }
     QString Caption() const { return m_caption; }
     int Value() const { return m_value; }
     void SetValue(int value);

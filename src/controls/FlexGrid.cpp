@@ -10,15 +10,24 @@ namespace {
 Qt::Alignment ToQtAlignment(int alignment, const QString &text)
 {
     switch (alignment) {
-    case flexAlignLeftTop: return Qt::AlignLeft | Qt::AlignTop;
-    case flexAlignLeftCenter: return Qt::AlignLeft | Qt::AlignVCenter;
-    case flexAlignLeftBottom: return Qt::AlignLeft | Qt::AlignBottom;
-    case flexAlignCenterTop: return Qt::AlignHCenter | Qt::AlignTop;
-    case flexAlignCenterCenter: return Qt::AlignCenter;
-    case flexAlignCenterBottom: return Qt::AlignHCenter | Qt::AlignBottom;
-    case flexAlignRightTop: return Qt::AlignRight | Qt::AlignTop;
-    case flexAlignRightCenter: return Qt::AlignRight | Qt::AlignVCenter;
-    case flexAlignRightBottom: return Qt::AlignRight | Qt::AlignBottom;
+    case flexAlignLeftTop:
+        return Qt::AlignLeft | Qt::AlignTop;
+    case flexAlignLeftCenter:
+        return Qt::AlignLeft | Qt::AlignVCenter;
+    case flexAlignLeftBottom:
+        return Qt::AlignLeft | Qt::AlignBottom;
+    case flexAlignCenterTop:
+        return Qt::AlignHCenter | Qt::AlignTop;
+    case flexAlignCenterCenter:
+        return Qt::AlignCenter;
+    case flexAlignCenterBottom:
+        return Qt::AlignHCenter | Qt::AlignBottom;
+    case flexAlignRightTop:
+        return Qt::AlignRight | Qt::AlignTop;
+    case flexAlignRightCenter:
+        return Qt::AlignRight | Qt::AlignVCenter;
+    case flexAlignRightBottom:
+        return Qt::AlignRight | Qt::AlignBottom;
     default: // general: numbers to the right, texts to the left
         return (FlexGridSorter::IsNumber(text) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
     }
@@ -137,7 +146,8 @@ void FlexGrid::SetFixedRows(int rows)
 void FlexGrid::SetFixedCols(int cols)
 {
     if (cols < 0 || cols > m_cols)
-        throw OutOfRange("FixedCols", QStringLiteral("%1 no es válido en una cuadrícula de %2 columnas").arg(cols).arg(m_cols));
+        throw OutOfRange("FixedCols",
+                         QStringLiteral("%1 no es válido en una cuadrícula de %2 columnas").arg(cols).arg(m_cols));
     if (cols == m_fixedCols)
         return;
     m_fixedCols = cols;
@@ -152,7 +162,9 @@ void FlexGrid::AddItem(const QString &tabSeparated, int index)
     if (index == -1)
         index = Rows();
     if (index < 0 || index > Rows())
-        throw OutOfRange("AddItem", QStringLiteral("no se puede añadir la fila %1 a una cuadrícula de %2 filas").arg(index).arg(Rows()));
+        throw OutOfRange("AddItem", QStringLiteral("no se puede añadir la fila %1 a una cuadrícula de %2 filas")
+                                        .arg(index)
+                                        .arg(Rows()));
     GridRow row{std::vector<QString>(size_t(m_cols)), {}};
     const QStringList texts = tabSeparated.split(QLatin1Char('\t'));
     for (int c = 0; c < m_cols && c < texts.size(); ++c)
@@ -168,7 +180,8 @@ void FlexGrid::AddItem(const QString &tabSeparated, int index)
 void FlexGrid::RemoveItem(int row)
 {
     if (row < 0 || row >= Rows())
-        throw OutOfRange("RemoveItem", QStringLiteral("la fila %1 no existe (la cuadrícula tiene %2 filas)").arg(row).arg(Rows()));
+        throw OutOfRange("RemoveItem",
+                         QStringLiteral("la fila %1 no existe (la cuadrícula tiene %2 filas)").arg(row).arg(Rows()));
     if (Announcing())
         beginRemoveRows(QModelIndex(), row, row);
     m_rows.erase(m_rows.begin() + row);
@@ -200,7 +213,10 @@ void FlexGrid::CheckCell(const char *what, int row, int col) const
 {
     if (row < 0 || row >= Rows() || col < 0 || col >= m_cols)
         throw OutOfRange(what, QStringLiteral("la celda (%1, %2) está fuera de la cuadrícula de %3 filas y %4 columnas")
-                                   .arg(row).arg(col).arg(Rows()).arg(m_cols));
+                                   .arg(row)
+                                   .arg(col)
+                                   .arg(Rows())
+                                   .arg(m_cols));
 }
 
 QString FlexGrid::TextMatrix(int row, int col) const
@@ -249,14 +265,16 @@ void FlexGrid::SetRow(int row)
 void FlexGrid::SetCol(int col)
 {
     if (col < 0 || col >= m_cols)
-        throw OutOfRange("Col", QStringLiteral("la columna %1 no existe (la cuadrícula tiene %2 columnas)").arg(col).arg(m_cols));
+        throw OutOfRange("Col",
+                         QStringLiteral("la columna %1 no existe (la cuadrícula tiene %2 columnas)").arg(col).arg(m_cols));
     MoveCurrentCell(m_row, col, true);
 }
 
 void FlexGrid::SetRowSel(int row)
 {
     if (row < 0 || row >= Rows())
-        throw OutOfRange("RowSel", QStringLiteral("la fila %1 no existe (la cuadrícula tiene %2 filas)").arg(row).arg(Rows()));
+        throw OutOfRange("RowSel",
+                         QStringLiteral("la fila %1 no existe (la cuadrícula tiene %2 filas)").arg(row).arg(Rows()));
     m_rowSel = row;
     if (Announcing())
         Q_EMIT CurrentCellChanged();
@@ -265,7 +283,8 @@ void FlexGrid::SetRowSel(int row)
 void FlexGrid::SetColSel(int col)
 {
     if (col < 0 || col >= m_cols)
-        throw OutOfRange("ColSel", QStringLiteral("la columna %1 no existe (la cuadrícula tiene %2 columnas)").arg(col).arg(m_cols));
+        throw OutOfRange("ColSel",
+                         QStringLiteral("la columna %1 no existe (la cuadrícula tiene %2 columnas)").arg(col).arg(m_cols));
     m_colSel = col;
     if (Announcing())
         Q_EMIT CurrentCellChanged();

@@ -107,7 +107,8 @@ void FlexGrid::SetCellAlignment(int row, int col, int alignment)
 int FlexGrid::ColWidth(int col) const
 {
     if (col < 0 || col >= m_cols)
-        throw OutOfRange("ColWidth", QStringLiteral("la columna %1 no existe (la cuadrícula tiene %2 columnas)").arg(col).arg(m_cols));
+        throw OutOfRange("ColWidth",
+                         QStringLiteral("la columna %1 no existe (la cuadrícula tiene %2 columnas)").arg(col).arg(m_cols));
     const int width = m_colWidths[size_t(col)];
     return width < 0 ? kDefaultColWidth : width;
 }

@@ -4,9 +4,8 @@
 
 StackedUi::StackedUi()
 {
-    m_stack.SetListener({[this](Form &form) { FormShown(form); },
-                         [this](Form &form) { FormClosed(form); },
-                         [this] { AllClosed(); }});
+    m_stack.SetListener(
+        {[this](Form &form) { FormShown(form); }, [this](Form &form) { FormClosed(form); }, [this] { AllClosed(); }});
 }
 
 void StackedUi::ShowModal(std::shared_ptr<Form> form, std::function<void()> onReturn)

@@ -15,9 +15,9 @@ class WindowStack
 public:
     struct Listener
     {
-        std::function<void(Form &)> shown;   // after Form_Load, before Form_Activate
-        std::function<void(Form &)> closed;  // after Form_Unload
-        std::function<void()> emptied;       // the last window closed
+        std::function<void(Form &)> shown;  // after Form_Load, before Form_Activate
+        std::function<void(Form &)> closed; // after Form_Unload
+        std::function<void()> emptied;      // the last window closed
     };
 
     void SetListener(Listener listener) { m_listener = std::move(listener); }

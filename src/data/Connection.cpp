@@ -27,7 +27,7 @@ QString NextQtName(const void *connection)
 {
     static std::atomic<int> counter{0};
     return QStringLiteral("m182_connection_") + QString::number(quintptr(connection), 16) + QLatin1Char('_')
-        + QString::number(++counter);
+           + QString::number(++counter);
 }
 
 bool WantsReadOnly(const QString &mode)
@@ -95,8 +95,7 @@ Result Run(QSqlDatabase &db, const QString &text, const QString &original, const
         }
         // A failure while stepping (a lock, a broken page) ends next() too.
         if (query.lastError().isValid())
-            throw DatabaseError(StatementFailure(query.lastError(), database), original,
-                                ErrorText(query.lastError()));
+            throw DatabaseError(StatementFailure(query.lastError(), database), original, ErrorText(query.lastError()));
         result.rows = Recordset(names, rows);
         return result;
     }
@@ -115,14 +114,11 @@ Result Run(QSqlDatabase &db, const QString &text, const QString &original, const
 
 } // namespace
 
-Connection::Connection()
-    : m_qtName(NextQtName(this))
+Connection::Connection() : m_qtName(NextQtName(this))
 {
 }
 
-Connection::Connection(const QString &connectionString)
-    : m_connectionString(connectionString)
-    , m_qtName(NextQtName(this))
+Connection::Connection(const QString &connectionString) : m_connectionString(connectionString), m_qtName(NextQtName(this))
 {
 }
 
@@ -301,8 +297,9 @@ Recordset Connection::Execute(const QString &sql)
             // them CREATE TABLE AS would drop the text collation.
             const Result definition = Run(db, JetDialect::SourceDefinitionQuery(*copy, kCopyAlias), sql, database);
             const auto statements = definition.rows.Rows().isEmpty()
-                ? std::nullopt
-                : JetDialect::CopyWithDefinition(*copy, kCopyAlias, definition.rows.Rows().at(0).value(0).toString());
+                                        ? std::nullopt
+                                        : JetDialect::CopyWithDefinition(*copy, kCopyAlias,
+                                                                         definition.rows.Rows().at(0).value(0).toString());
             if (statements) {
                 // Both or neither: a failed fill leaves no empty table.
                 Run(db, QStringLiteral("SAVEPOINT m182_copia"), sql, database);
@@ -318,7 +315,8 @@ Recordset Connection::Execute(const QString &sql)
             } else {
                 Run(db, JetDialect::CreateTableAsStatement(*copy, kCopyAlias), sql, database);
             }
-            const Result count = Run(db, QStringLiteral("SELECT COUNT(*) FROM [") + copy->targetTable + QStringLiteral("]"), sql, database);
+            const Result count = Run(db, QStringLiteral("SELECT COUNT(*) FROM [") + copy->targetTable + QStringLiteral("]"),
+                                     sql, database);
             copied = count.rows.Rows().value(0).value(0).toInt();
         } catch (...) {
             QSqlQuery(db).exec(JetDialect::DetachStatement(kCopyAlias));
@@ -372,7 +370,8 @@ void Connection::RollbackTrans()
     const bool ok = db.rollback();
     m_inTransaction = false;
     if (!ok)
-        throw DatabaseError(StatementFailure(db.lastError(), database), QStringLiteral("ROLLBACK"), ErrorText(db.lastError()));
+        throw DatabaseError(StatementFailure(db.lastError(), database), QStringLiteral("ROLLBACK"),
+                            ErrorText(db.lastError()));
 }
 
 QString Connection::DatabaseName() const

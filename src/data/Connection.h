@@ -85,8 +85,7 @@ public:
     // Creates (or opens, if present) an SQLite file for the creation routines:
     // the one place where a database file may come into being. The folder
     // must exist. The connection string is "Provider=<provider>;Data Source=<path>".
-    static std::shared_ptr<Connection> CreateSQLite(const QString &path,
-                                                    const QString &provider = QStringLiteral("SQLite"));
+    static std::shared_ptr<Connection> CreateSQLite(const QString &path, const QString &provider = QStringLiteral("SQLite"));
 
     // A relative "Data Source" (and the file of a cross-database copy) is
     // taken from this folder; by default the process's current folder. The
@@ -120,7 +119,7 @@ private:
     void Notify(const QString &statement) const;
 
     ::ConnectionString m_connectionString;
-    QString m_qtName;       // QSqlDatabase connection name, unique per object
+    QString m_qtName; // QSqlDatabase connection name, unique per object
     bool m_open = false;
     bool m_sqlite = false;
     bool m_inTransaction = false;

@@ -6,8 +6,8 @@ bool NeedsQuotes(const QString &value)
 {
     if (value.isEmpty())
         return false;
-    return value.contains(QLatin1Char(';')) || value.front() == QLatin1Char('"')
-        || value.front() == QLatin1Char('\'') || value.front().isSpace() || value.back().isSpace();
+    return value.contains(QLatin1Char(';')) || value.front() == QLatin1Char('"') || value.front() == QLatin1Char('\'')
+           || value.front().isSpace() || value.back().isSpace();
 }
 
 QString Quoted(const QString &value)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
 #include <QList>
 #include <QPair>
+#include <QString>
 
 // An ADO-style "key=value;key=value" connection string. Keys keep their
 // order and spelling; look-ups ignore case, as ADO's do.
@@ -15,9 +15,9 @@ public:
     static ConnectionString Parse(const QString &text) { return ConnectionString(text); }
 
     bool Contains(const QString &key) const;
-    QString Value(const QString &key) const;            // "" when absent
+    QString Value(const QString &key) const;                 // "" when absent
     void SetValue(const QString &key, const QString &value); // replaces in place or appends
-    QString ToString() const;                           // "k1=v1;k2=v2"
+    QString ToString() const;                                // "k1=v1;k2=v2"
     QList<QPair<QString, QString>> Pairs() const { return m_pairs; }
     bool IsEmpty() const { return m_pairs.isEmpty(); }
 

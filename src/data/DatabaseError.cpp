@@ -17,10 +17,8 @@ QString Describe(const QString &message, const QString &detail, const QString &s
 } // namespace
 
 DatabaseError::DatabaseError(const QString &message, const QString &statement, const QString &detail)
-    : std::runtime_error(::Describe(message, detail, MaskPasswords(statement)).toStdString()),
-      m_message(message),
-      m_statement(MaskPasswords(statement)),
-      m_detail(detail)
+    : std::runtime_error(::Describe(message, detail, MaskPasswords(statement)).toStdString()), m_message(message),
+      m_statement(MaskPasswords(statement)), m_detail(detail)
 {
 }
 

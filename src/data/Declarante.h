@@ -9,13 +9,13 @@ class Recordset;
 // of a school year's `Centro` table.
 struct Declarante
 {
-    QString nombre;       // Nombre: null -> "", "ª" -> ".", upper case
-    QString pcNombre;     // DirectorCentro, first word
-    QString pcApellido1;  // DirectorCentro, second word
-    QString pcApellido2;  // DirectorCentro, the rest
-    QString cif;          // CIF: zeros on the left to 9 characters, upper case; null -> ""
-    QString telefono;     // Telefono as text, upper case; null -> ""
-    QString rFiscal;      // RFiscal as a whole number in decimal digits; null or not numeric -> ""
+    QString nombre;      // Nombre: null -> "", "ª" -> ".", upper case
+    QString pcNombre;    // DirectorCentro, first word
+    QString pcApellido1; // DirectorCentro, second word
+    QString pcApellido2; // DirectorCentro, the rest
+    QString cif;         // CIF: zeros on the left to 9 characters, upper case; null -> ""
+    QString telefono;    // Telefono as text, upper case; null -> ""
+    QString rFiscal;     // RFiscal as a whole number in decimal digits; null or not numeric -> ""
 };
 
 // The statement that reads the declarant.

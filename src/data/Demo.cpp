@@ -30,73 +30,97 @@ private:
 };
 
 const QStringList kMaleNames = {
-    QStringLiteral("Alejandro"), QStringLiteral("Daniel"), QStringLiteral("Pablo"), QStringLiteral("Hugo"),
-    QStringLiteral("Álvaro"), QStringLiteral("Adrián"), QStringLiteral("David"), QStringLiteral("Javier"),
-    QStringLiteral("Sergio"), QStringLiteral("Mario"), QStringLiteral("Diego"), QStringLiteral("Iván"),
-    QStringLiteral("Rubén"), QStringLiteral("Óscar"), QStringLiteral("Íñigo"), QStringLiteral("Martín"),
-    QStringLiteral("Lucas"), QStringLiteral("Mateo"), QStringLiteral("Nicolás"), QStringLiteral("Jesús"),
-    QStringLiteral("José Antonio"), QStringLiteral("Juan Carlos"), QStringLiteral("Francisco Javier"),
-    QStringLiteral("Ángel"), QStringLiteral("Raúl"), QStringLiteral("Joaquín"), QStringLiteral("Tomás"),
-    QStringLiteral("Andrés"), QStringLiteral("Rodrigo"), QStringLiteral("Gonzalo"), QStringLiteral("Fermín"),
+    QStringLiteral("Alejandro"),
+    QStringLiteral("Daniel"),
+    QStringLiteral("Pablo"),
+    QStringLiteral("Hugo"),
+    QStringLiteral("Álvaro"),
+    QStringLiteral("Adrián"),
+    QStringLiteral("David"),
+    QStringLiteral("Javier"),
+    QStringLiteral("Sergio"),
+    QStringLiteral("Mario"),
+    QStringLiteral("Diego"),
+    QStringLiteral("Iván"),
+    QStringLiteral("Rubén"),
+    QStringLiteral("Óscar"),
+    QStringLiteral("Íñigo"),
+    QStringLiteral("Martín"),
+    QStringLiteral("Lucas"),
+    QStringLiteral("Mateo"),
+    QStringLiteral("Nicolás"),
+    QStringLiteral("Jesús"),
+    QStringLiteral("José Antonio"),
+    QStringLiteral("Juan Carlos"),
+    QStringLiteral("Francisco Javier"),
+    QStringLiteral("Ángel"),
+    QStringLiteral("Raúl"),
+    QStringLiteral("Joaquín"),
+    QStringLiteral("Tomás"),
+    QStringLiteral("Andrés"),
+    QStringLiteral("Rodrigo"),
+    QStringLiteral("Gonzalo"),
+    QStringLiteral("Fermín"),
     QStringLiteral("Ramón"),
 };
 
 const QStringList kFemaleNames = {
-    QStringLiteral("Lucía"), QStringLiteral("María"), QStringLiteral("Paula"), QStringLiteral("Sofía"),
-    QStringLiteral("Martina"), QStringLiteral("Carmen"), QStringLiteral("Laura"), QStringLiteral("Ana Belén"),
-    QStringLiteral("Elena"), QStringLiteral("Noelia"), QStringLiteral("Inés"), QStringLiteral("Rocío"),
-    QStringLiteral("Begoña"), QStringLiteral("Mª José"), QStringLiteral("Mª Carmen"), QStringLiteral("Nuria"),
-    QStringLiteral("Marta"), QStringLiteral("Cristina"), QStringLiteral("Irene"), QStringLiteral("Alba"),
-    QStringLiteral("Julia"), QStringLiteral("Claudia"), QStringLiteral("Sara"), QStringLiteral("Verónica"),
-    QStringLiteral("Raquel"), QStringLiteral("Mónica"), QStringLiteral("Susana"), QStringLiteral("Pilar"),
-    QStringLiteral("Ainhoa"), QStringLiteral("Leire"), QStringLiteral("Zoe"), QStringLiteral("Valeria"),
+    QStringLiteral("Lucía"),   QStringLiteral("María"),    QStringLiteral("Paula"),     QStringLiteral("Sofía"),
+    QStringLiteral("Martina"), QStringLiteral("Carmen"),   QStringLiteral("Laura"),     QStringLiteral("Ana Belén"),
+    QStringLiteral("Elena"),   QStringLiteral("Noelia"),   QStringLiteral("Inés"),      QStringLiteral("Rocío"),
+    QStringLiteral("Begoña"),  QStringLiteral("Mª José"),  QStringLiteral("Mª Carmen"), QStringLiteral("Nuria"),
+    QStringLiteral("Marta"),   QStringLiteral("Cristina"), QStringLiteral("Irene"),     QStringLiteral("Alba"),
+    QStringLiteral("Julia"),   QStringLiteral("Claudia"),  QStringLiteral("Sara"),      QStringLiteral("Verónica"),
+    QStringLiteral("Raquel"),  QStringLiteral("Mónica"),   QStringLiteral("Susana"),    QStringLiteral("Pilar"),
+    QStringLiteral("Ainhoa"),  QStringLiteral("Leire"),    QStringLiteral("Zoe"),       QStringLiteral("Valeria"),
 };
 
 const QStringList kSurnames = {
-    QStringLiteral("García"), QStringLiteral("Martínez"), QStringLiteral("López"), QStringLiteral("Sánchez"),
-    QStringLiteral("Pérez"), QStringLiteral("Gómez"), QStringLiteral("Fernández"), QStringLiteral("Núñez"),
-    QStringLiteral("Muñoz"), QStringLiteral("Ibáñez"), QStringLiteral("Peña"), QStringLiteral("Castaño"),
-    QStringLiteral("Ordóñez"), QStringLiteral("Álvarez"), QStringLiteral("Jiménez"), QStringLiteral("Rodríguez"),
-    QStringLiteral("González"), QStringLiteral("Díaz"), QStringLiteral("Hernández"), QStringLiteral("Ruiz"),
-    QStringLiteral("Moreno"), QStringLiteral("Romero"), QStringLiteral("Alonso"), QStringLiteral("Gutiérrez"),
-    QStringLiteral("Navarro"), QStringLiteral("Torres"), QStringLiteral("Domínguez"), QStringLiteral("Vázquez"),
-    QStringLiteral("Ramos"), QStringLiteral("Gil"), QStringLiteral("Ramírez"), QStringLiteral("Serrano"),
-    QStringLiteral("Blanco"), QStringLiteral("Molina"), QStringLiteral("Morales"), QStringLiteral("Suárez"),
-    QStringLiteral("Ortega"), QStringLiteral("Delgado"), QStringLiteral("Castro"), QStringLiteral("Ortiz"),
-    QStringLiteral("Rubio"), QStringLiteral("Marín"), QStringLiteral("Sanz"), QStringLiteral("Iglesias"),
-    QStringLiteral("Medina"), QStringLiteral("Garrido"), QStringLiteral("Cortés"), QStringLiteral("Castillo"),
-    QStringLiteral("Santos"), QStringLiteral("Lozano"), QStringLiteral("Cano"), QStringLiteral("Prieto"),
-    QStringLiteral("Méndez"), QStringLiteral("Calvo"), QStringLiteral("Gallego"), QStringLiteral("Vidal"),
-    QStringLiteral("León"), QStringLiteral("Herrera"), QStringLiteral("Márquez"), QStringLiteral("Cabrera"),
-    QStringLiteral("Cañete"), QStringLiteral("Bermúdez"), QStringLiteral("Montaño"), QStringLiteral("Carreño"),
-    QStringLiteral("Aguirre"), QStringLiteral("Echevarría"), QStringLiteral("Zubizarreta"), QStringLiteral("de la Fuente"),
+    QStringLiteral("García"),   QStringLiteral("Martínez"),   QStringLiteral("López"),       QStringLiteral("Sánchez"),
+    QStringLiteral("Pérez"),    QStringLiteral("Gómez"),      QStringLiteral("Fernández"),   QStringLiteral("Núñez"),
+    QStringLiteral("Muñoz"),    QStringLiteral("Ibáñez"),     QStringLiteral("Peña"),        QStringLiteral("Castaño"),
+    QStringLiteral("Ordóñez"),  QStringLiteral("Álvarez"),    QStringLiteral("Jiménez"),     QStringLiteral("Rodríguez"),
+    QStringLiteral("González"), QStringLiteral("Díaz"),       QStringLiteral("Hernández"),   QStringLiteral("Ruiz"),
+    QStringLiteral("Moreno"),   QStringLiteral("Romero"),     QStringLiteral("Alonso"),      QStringLiteral("Gutiérrez"),
+    QStringLiteral("Navarro"),  QStringLiteral("Torres"),     QStringLiteral("Domínguez"),   QStringLiteral("Vázquez"),
+    QStringLiteral("Ramos"),    QStringLiteral("Gil"),        QStringLiteral("Ramírez"),     QStringLiteral("Serrano"),
+    QStringLiteral("Blanco"),   QStringLiteral("Molina"),     QStringLiteral("Morales"),     QStringLiteral("Suárez"),
+    QStringLiteral("Ortega"),   QStringLiteral("Delgado"),    QStringLiteral("Castro"),      QStringLiteral("Ortiz"),
+    QStringLiteral("Rubio"),    QStringLiteral("Marín"),      QStringLiteral("Sanz"),        QStringLiteral("Iglesias"),
+    QStringLiteral("Medina"),   QStringLiteral("Garrido"),    QStringLiteral("Cortés"),      QStringLiteral("Castillo"),
+    QStringLiteral("Santos"),   QStringLiteral("Lozano"),     QStringLiteral("Cano"),        QStringLiteral("Prieto"),
+    QStringLiteral("Méndez"),   QStringLiteral("Calvo"),      QStringLiteral("Gallego"),     QStringLiteral("Vidal"),
+    QStringLiteral("León"),     QStringLiteral("Herrera"),    QStringLiteral("Márquez"),     QStringLiteral("Cabrera"),
+    QStringLiteral("Cañete"),   QStringLiteral("Bermúdez"),   QStringLiteral("Montaño"),     QStringLiteral("Carreño"),
+    QStringLiteral("Aguirre"),  QStringLiteral("Echevarría"), QStringLiteral("Zubizarreta"), QStringLiteral("de la Fuente"),
 };
 
 const QStringList kForeignMaleNames = {
-    QStringLiteral("Mohamed"), QStringLiteral("Andrei"), QStringLiteral("Wei"), QStringLiteral("Kevin"),
-    QStringLiteral("Rahul"), QStringLiteral("Sean"),
+    QStringLiteral("Mohamed"), QStringLiteral("Andrei"), QStringLiteral("Wei"),
+    QStringLiteral("Kevin"),   QStringLiteral("Rahul"),  QStringLiteral("Sean"),
 };
 const QStringList kForeignFemaleNames = {
-    QStringLiteral("Fatima"), QStringLiteral("Ioana"), QStringLiteral("Li"), QStringLiteral("Oksana"),
-    QStringLiteral("Priya"), QStringLiteral("Siobhan"),
+    QStringLiteral("Fatima"), QStringLiteral("Ioana"), QStringLiteral("Li"),
+    QStringLiteral("Oksana"), QStringLiteral("Priya"), QStringLiteral("Siobhan"),
 };
 const QStringList kForeignSurnames = {
-    QStringLiteral("El Amrani"), QStringLiteral("Popescu"), QStringLiteral("Chen"), QStringLiteral("D'Souza"),
-    QStringLiteral("O'Neill"), QStringLiteral("Ionescu"), QStringLiteral("Kowalenko"), QStringLiteral("Benali"),
+    QStringLiteral("El Amrani"), QStringLiteral("Popescu"), QStringLiteral("Chen"),      QStringLiteral("D'Souza"),
+    QStringLiteral("O'Neill"),   QStringLiteral("Ionescu"), QStringLiteral("Kowalenko"), QStringLiteral("Benali"),
 };
 
 // Streets of the capital, and names found in any Spanish town.
 const QStringList kMadridStreets = {
-    QStringLiteral("Calle de Alcalá"), QStringLiteral("Avenida de América"), QStringLiteral("Paseo de la Castellana"),
-    QStringLiteral("Calle de Bravo Murillo"), QStringLiteral("Calle de Goya"),
-    QStringLiteral("Calle del Príncipe de Vergara"), QStringLiteral("Calle de Arturo Soria"),
-    QStringLiteral("Calle de López de Hoyos"), QStringLiteral("Avenida de la Albufera"),
-    QStringLiteral("Calle de Sor Ángela de la Cruz"), QStringLiteral("Calle de O'Donnell"),
+    QStringLiteral("Calle de Alcalá"),        QStringLiteral("Avenida de América"),
+    QStringLiteral("Paseo de la Castellana"), QStringLiteral("Calle de Bravo Murillo"),
+    QStringLiteral("Calle de Goya"),          QStringLiteral("Calle del Príncipe de Vergara"),
+    QStringLiteral("Calle de Arturo Soria"),  QStringLiteral("Calle de López de Hoyos"),
+    QStringLiteral("Avenida de la Albufera"), QStringLiteral("Calle de Sor Ángela de la Cruz"),
+    QStringLiteral("Calle de O'Donnell"),
 };
 const QStringList kStreets = {
-    QStringLiteral("Calle Mayor"), QStringLiteral("Avenida de la Constitución"), QStringLiteral("Calle Real"),
-    QStringLiteral("Plaza de España"), QStringLiteral("Calle de la Peña"), QStringLiteral("Calle de los Olmos"),
-    QStringLiteral("Camino Viejo"), QStringLiteral("Calle de San Martín"), QStringLiteral("Avenida de Andalucía"),
+    QStringLiteral("Calle Mayor"),     QStringLiteral("Avenida de la Constitución"), QStringLiteral("Calle Real"),
+    QStringLiteral("Plaza de España"), QStringLiteral("Calle de la Peña"),           QStringLiteral("Calle de los Olmos"),
+    QStringLiteral("Camino Viejo"),    QStringLiteral("Calle de San Martín"),        QStringLiteral("Avenida de Andalucía"),
     QStringLiteral("Calle del Ángel"),
 };
 
@@ -104,7 +128,7 @@ struct Town
 {
     const char *province;
     const char *town;
-    const char *postalCode;  // "280" is completed with two digits
+    const char *postalCode; // "280" is completed with two digits
     int weight;
 };
 
@@ -154,24 +178,23 @@ QString MemberDni(Random &random, bool foreign)
 {
     const int roll = random.Below(1000);
     if (roll < 20)
-        return QStringLiteral("");   // typed as nothing
+        return QStringLiteral(""); // typed as nothing
     if (roll < 25)
-        return QString();            // never typed (NULL)
+        return QString(); // never typed (NULL)
     if (foreign && roll < 900) {
         const int prefix = random.Below(3);
         const qint64 number = random.Below(10000000);
-        return QString(QLatin1Char("XYZ"[prefix])) + Digits(number, 7)
-               + NifLetter(prefix * 10000000LL + number);
+        return QString(QLatin1Char("XYZ"[prefix])) + Digits(number, 7) + NifLetter(prefix * 10000000LL + number);
     }
-    if (roll < 45) {   // a wrong control letter
+    if (roll < 45) { // a wrong control letter
         const qint64 number = 10000000 + random.Below(70000000);
         return Digits(number, 8) + NifLetter(number + 1 + random.Below(22));
     }
-    if (roll < 75) {   // with a hyphen
+    if (roll < 75) { // with a hyphen
         const qint64 number = 10000000 + random.Below(70000000);
         return Digits(number, 8) + QLatin1Char('-') + NifLetter(number);
     }
-    if (roll < 90) {   // an old DNI without its leading zero
+    if (roll < 90) { // an old DNI without its leading zero
         const qint64 number = 1000000 + random.Below(9000000);
         return QString::number(number) + NifLetter(number);
     }
@@ -226,7 +249,7 @@ double Money(double value)
 struct Kid
 {
     StudentDescription student;
-    int order = 0;            // 0 for the eldest
+    int order = 0; // 0 for the eldest
     bool onlySecondYear = false;
     bool onlyFirstYear = false;
 };
@@ -236,8 +259,8 @@ struct Family
     int id = 0;
     QList<MemberDescription> members;
     QList<Kid> kids;
-    int mainPayer = 0;        // index into members
-    bool separated = false;   // parents at two addresses; some fees are split
+    int mainPayer = 0;      // index into members
+    bool separated = false; // parents at two addresses; some fees are split
 };
 
 Family MakeFamily(Random &random, int id, int &nextMember, int &nextStudent)
@@ -261,10 +284,14 @@ Family MakeFamily(Random &random, int id, int &nextMember, int &nextStudent)
     } else {
         members << father << mother;
         family.separated = random.Percent(8);
-        if (shape >= 88) {   // a grandparent who pays now and then
-            MemberDescription grandmother{0, mother.surname2.isEmpty() ? surname() : mother.surname2,
-                                          random.Pick(kSurnames), random.Pick(kFemaleNames), id,
-                                          QString(), std::nullopt};
+        if (shape >= 88) { // a grandparent who pays now and then
+            MemberDescription grandmother{0,
+                                          mother.surname2.isEmpty() ? surname() : mother.surname2,
+                                          random.Pick(kSurnames),
+                                          random.Pick(kFemaleNames),
+                                          id,
+                                          QString(),
+                                          std::nullopt};
             members << grandmother;
         }
     }
@@ -273,7 +300,7 @@ Family MakeFamily(Random &random, int id, int &nextMember, int &nextStudent)
         m.id = nextMember++;
         m.dni = MemberDni(random, foreign);
         if (random.Percent(3))
-            continue;  // no address on file
+            continue; // no address on file
         m.address = (i == 1 && family.separated) ? RandomAddress(random, TownOf(home)) : home;
         if (i == 2)
             m.address = RandomAddress(random, TownOf(home));
@@ -304,8 +331,8 @@ struct ActivityPlan
     int id;
     const char *name;
     double price;
-    int percent;        // share of the students enrolled
-    bool schoolMonths;  // September to June; otherwise October to May
+    int percent;       // share of the students enrolled
+    bool schoolMonths; // September to June; otherwise October to May
 };
 
 const ActivityPlan kActivities[] = {
@@ -317,32 +344,32 @@ const ActivityPlan kActivities[] = {
     {6, "Fútbol", 24.00, 12, false},
     {7, "Música y movimiento", 28.50, 10, false},
     {8, "Ajedrez", 18.00, 8, false},
-    {9, "Teatro", 22.00, 10, false},   // from the second year on
+    {9, "Teatro", 22.00, 10, false}, // from the second year on
 };
 
 MonthFlags EnrolmentMonths(Random &random, bool schoolMonths)
 {
     const int roll = random.Below(100);
     if (roll < 4)
-        return Months({10, 11, 12, 1, 2, 3, 4, 5, 6});   // joined in October
+        return Months({10, 11, 12, 1, 2, 3, 4, 5, 6}); // joined in October
     if (roll < 7)
-        return Months({9, 10, 11, 12});                  // left at Christmas
+        return Months({9, 10, 11, 12}); // left at Christmas
     if (roll < 9)
-        return Months({1, 2, 3, 4, 5, 6});               // from January
+        return Months({1, 2, 3, 4, 5, 6}); // from January
     return schoolMonths ? SchoolMonths() : Months({10, 11, 12, 1, 2, 3, 4, 5});
 }
 
 // Which activities a year offers and how many students take them.
 struct YearPlan
 {
-    int activities = 9;          // the first ones of kActivities
+    int activities = 9; // the first ones of kActivities
     bool theatreFromSecond = true;
-    int participation = 100;     // percent of each activity's usual share
-    bool lastYears = false;      // a generated school: every student every year
+    int participation = 100; // percent of each activity's usual share
+    bool lastYears = false;  // a generated school: every student every year
 };
 
-YearDescription MakeYear(Random &random, int id, const QString &name, double priceFactor,
-                         const QList<Family> &families, const YearPlan &yearPlan = {})
+YearDescription MakeYear(Random &random, int id, const QString &name, double priceFactor, const QList<Family> &families,
+                         const YearPlan &yearPlan = {})
 {
     YearDescription year;
     year.id = id;
@@ -365,9 +392,9 @@ YearDescription MakeYear(Random &random, int id, const QString &name, double pri
                     continue;
                 double price = *activity.price;
                 if (plan.id == 1 && kid.order > 0)
-                    price = Money(price * 0.9);       // sibling discount
+                    price = Money(price * 0.9); // sibling discount
                 if (plan.id == 1 && random.Percent(2))
-                    price = 0;                         // dining grant
+                    price = 0; // dining grant
                 const MonthFlags months = EnrolmentMonths(random, plan.schoolMonths);
                 const QList<MemberDescription> &m = family.members;
                 if (family.separated && plan.id <= 2 && random.Percent(60)) {
@@ -382,11 +409,11 @@ YearDescription MakeYear(Random &random, int id, const QString &name, double pri
                 const int roll = yearPlan.lastYears ? int((kid.student.id * 37u + (activity.id > 3 ? 53u : 0u)) % 100u)
                                                     : random.Below(100);
                 if (roll < 2)
-                    payer = 0;                                   // nobody on file pays it
+                    payer = 0; // nobody on file pays it
                 else if (roll < 14 && m.size() > 1)
-                    payer = m.at(1 - family.mainPayer).id;       // the other parent
+                    payer = m.at(1 - family.mainPayer).id; // the other parent
                 else if (roll < 18 && m.size() > 2)
-                    payer = m.at(2).id;                          // the grandparent
+                    payer = m.at(2).id; // the grandparent
                 year.enrolments.append({kid.student.id, activity.id, payer, price, months});
             }
         }

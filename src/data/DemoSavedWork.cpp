@@ -53,9 +53,11 @@ SavedWorkDescription DemoSavedWork(const InstallationDescription &school)
     QSet<QPair<int, int>> donors;
     for (int i = 0; i < school.years.size(); ++i) {
         const YearDescription &year = school.years.at(i);
-        const QString fileName = year.fileName.isEmpty() ? QStringLiteral("curso") + QString::number(year.id)
-                + QStringLiteral(".db") : year.fileName;
-        const QString conBD = year.connectionString.value_or(QStringLiteral("Provider=SQLite;Data Source=datos/") + fileName);
+        const QString fileName = year.fileName.isEmpty()
+                                     ? QStringLiteral("curso") + QString::number(year.id) + QStringLiteral(".db")
+                                     : year.fileName;
+        const QString conBD = year.connectionString.value_or(QStringLiteral("Provider=SQLite;Data Source=datos/")
+                                                             + fileName);
         // The first year's spring, the second year's autumn: one calendar year.
         const QString meses = i == 0 ? QStringLiteral("111111000000") : QStringLiteral("000000001111");
         for (const ActivityDescription &activity : year.activities)

@@ -19,10 +19,7 @@ void RemoveDatabaseFile(const QString &path)
 
 HostDatabases::HostDatabases(const QString &server, const QString &prefix, const QString &dataFolderName,
                              const QString &dataFolder)
-    : m_server(server)
-    , m_prefix(prefix)
-    , m_dataFolderName(dataFolderName)
-    , m_dataFolder(dataFolder)
+    : m_server(server), m_prefix(prefix), m_dataFolderName(dataFolderName), m_dataFolder(dataFolder)
 {
 }
 

@@ -14,8 +14,7 @@ class HostDatabases
 public:
     // `server` "" means SQLite files in `dataFolder` (named "datos/<file>" in
     // connection strings, relative to the installation's folder).
-    HostDatabases(const QString &server, const QString &prefix, const QString &dataFolderName,
-                  const QString &dataFolder);
+    HostDatabases(const QString &server, const QString &prefix, const QString &dataFolderName, const QString &dataFolder);
 
     bool OnServer() const { return !m_server.isEmpty(); }
 

@@ -52,8 +52,7 @@ QVariant NullableId(int id)
     return id == 0 ? QVariant(QMetaType(QMetaType::Int)) : QVariant(id);
 }
 
-template<typename T>
-QVariant Optional(const std::optional<T> &value)
+template <typename T> QVariant Optional(const std::optional<T> &value)
 {
     return value ? QVariant(*value) : QVariant(QMetaType::fromType<T>());
 }
@@ -87,22 +86,22 @@ HostDatabases HostDatabasesOf(const InstallationDescription &description, const 
     return HostDatabases(server, description.server.prefix, kDataFolder, dataFolder);
 }
 
-void FillEntryDatabase(Connection &connection, const InstallationDescription &description,
-                       const InstallationPaths &paths)
+void FillEntryDatabase(Connection &connection, const InstallationDescription &description, const InstallationPaths &paths)
 {
     QSqlDatabase db = connection.Database();
     Connection::Transaction transaction(connection);
-    QSqlQuery school = Prepare(db, QStringLiteral(
-        "INSERT INTO Centro (IDCentro, Nombre, CIF, Direccion, Poblacion, CodigoPostal, Telefono) "
-        "VALUES (?, ?, ?, ?, ?, ?, ?)"));
+    QSqlQuery school =
+        Prepare(db,
+                QStringLiteral("INSERT INTO Centro (IDCentro, Nombre, CIF, Direccion, Poblacion, CodigoPostal, Telefono) "
+                               "VALUES (?, ?, ?, ?, ?, ?, ?)"));
     QList<SchoolDescription> schools = {description.school};
     schools += description.otherSchools;
     for (const SchoolDescription &s : schools)
-        Run(school, {s.id, Nullable(s.name), Nullable(s.cif), Nullable(s.street), Nullable(s.town),
-                     Nullable(s.postalCode), Nullable(s.phone)});
+        Run(school, {s.id, Nullable(s.name), Nullable(s.cif), Nullable(s.street), Nullable(s.town), Nullable(s.postalCode),
+                     Nullable(s.phone)});
 
-    QSqlQuery year = Prepare(db, QStringLiteral(
-        "INSERT INTO CursoEscolar (IDCursoEscolar, Nombre, codcentro, BD) VALUES (?, ?, ?, ?)"));
+    QSqlQuery year =
+        Prepare(db, QStringLiteral("INSERT INTO CursoEscolar (IDCursoEscolar, Nombre, codcentro, BD) VALUES (?, ?, ?, ?)"));
     for (int i = 0; i < description.years.size(); ++i) {
         const YearDescription &y = description.years.at(i);
         Run(year, {y.id, Nullable(y.name), y.schoolId == 0 ? description.school.id : y.schoolId,
@@ -117,9 +116,8 @@ void FillSchoolDatabase(Connection &connection, const SavedWorkDescription &save
     Connection::Transaction transaction(connection);
     QSqlQuery activity = Prepare(db, QStringLiteral("INSERT INTO CursoEscAct VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
     for (const SavedActivity &a : saved.activities)
-        Run(activity, {a.idCursoEscolar, Nullable(a.nombre), Nullable(a.conBD), a.idActividad,
-                       Nullable(a.actNom), a.deduc, Nullable(a.tipoDon), Nullable(a.tipoDonDed),
-                       Nullable(a.meses), Boolean(a.deducComAut)});
+        Run(activity, {a.idCursoEscolar, Nullable(a.nombre), Nullable(a.conBD), a.idActividad, Nullable(a.actNom), a.deduc,
+                       Nullable(a.tipoDon), Nullable(a.tipoDonDed), Nullable(a.meses), Boolean(a.deducComAut)});
     QSqlQuery community = Prepare(db, QStringLiteral("INSERT INTO ComDed VALUES (?, ?, ?)"));
     for (const SavedCommunity &c : saved.communities)
         Run(community, {c.idComAut, c.idDeduc, c.valor});
@@ -128,8 +126,8 @@ void FillSchoolDatabase(Connection &connection, const SavedWorkDescription &save
         Run(payment, {p.idAL, p.idMF, p.idCC, p.idAct, p.pago});
     QSqlQuery donor = Prepare(db, QStringLiteral("INSERT INTO ALMFModelo182 VALUES (?, ?, ?, ?, ?, ?, ?)"));
     for (const SavedDonor &d : saved.donors)
-        Run(donor, {d.idAL, d.idMF, Nullable(d.nombre), Nullable(d.ap1), Nullable(d.ap2),
-                    Nullable(d.nif), Boolean(d.mostrar)});
+        Run(donor,
+            {d.idAL, d.idMF, Nullable(d.nombre), Nullable(d.ap1), Nullable(d.ap2), Nullable(d.nif), Boolean(d.mostrar)});
     transaction.Commit();
 }
 
@@ -174,25 +172,26 @@ void FillYearDatabase(Connection &connection, const YearDescription &year, const
     Connection::Transaction transaction(connection);
     ProvinceKeys provinces(db);
 
-    QSqlQuery centro = Prepare(db, QStringLiteral(
-        "INSERT INTO Centro (IDCentro, Nombre, DirectorCentro, CIF, Direccion, Poblacion, CodigoPostal, "
-        "codProvincia, Telefono, Email, RFiscal) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
-    Run(centro, {school.id, Nullable(school.name), Nullable(school.director), Nullable(school.cif),
-                 Nullable(school.street), Nullable(school.town), Nullable(school.postalCode),
-                 provinces.Key(school.province), Nullable(school.phone), Nullable(school.email),
-                 Optional(school.taxRegime)});
+    QSqlQuery centro =
+        Prepare(db, QStringLiteral(
+                        "INSERT INTO Centro (IDCentro, Nombre, DirectorCentro, CIF, Direccion, Poblacion, CodigoPostal, "
+                        "codProvincia, Telefono, Email, RFiscal) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    Run(centro, {school.id, Nullable(school.name), Nullable(school.director), Nullable(school.cif), Nullable(school.street),
+                 Nullable(school.town), Nullable(school.postalCode), provinces.Key(school.province), Nullable(school.phone),
+                 Nullable(school.email), Optional(school.taxRegime)});
 
     QSqlQuery activity = Prepare(db, QStringLiteral(
-        "INSERT INTO Actividad (IDActividad, Nombre, PrecioEuros) VALUES (?, ?, ?)"));
+                                         "INSERT INTO Actividad (IDActividad, Nombre, PrecioEuros) VALUES (?, ?, ?)"));
     for (const ActivityDescription &a : year.activities)
         Run(activity, {a.id, Nullable(a.name), Optional(a.price)});
 
-    QSqlQuery address = Prepare(db, QStringLiteral(
-        "INSERT INTO Direccion (IDDireccion, direccion, poblacion, codigopostal, codProvincia) "
-        "VALUES (?, ?, ?, ?, ?)"));
-    QSqlQuery member = Prepare(db, QStringLiteral(
-        "INSERT INTO MiembroFamilia (IDMiembroFamilia, Apellido1, Apellido2, Nombre, codFamilia, DNI, "
-        "codDireccion) VALUES (?, ?, ?, ?, ?, ?, ?)"));
+    QSqlQuery address =
+        Prepare(db, QStringLiteral("INSERT INTO Direccion (IDDireccion, direccion, poblacion, codigopostal, codProvincia) "
+                                   "VALUES (?, ?, ?, ?, ?)"));
+    QSqlQuery member =
+        Prepare(db, QStringLiteral(
+                        "INSERT INTO MiembroFamilia (IDMiembroFamilia, Apellido1, Apellido2, Nombre, codFamilia, DNI, "
+                        "codDireccion) VALUES (?, ?, ?, ?, ?, ?, ?)"));
     int nextAddress = 1;
     for (const MemberDescription &m : year.members) {
         QVariant addressKey(QMetaType(QMetaType::Int));
@@ -201,23 +200,25 @@ void FillYearDatabase(Connection &connection, const YearDescription &year, const
             Run(address, {addressKey, Nullable(m.address->street), Nullable(m.address->town),
                           Nullable(m.address->postalCode), provinces.Key(m.address->province)});
         }
-        Run(member, {m.id, Nullable(m.surname1), Nullable(m.surname2), Nullable(m.name),
-                     NullableId(m.family), Nullable(m.dni), addressKey});
+        Run(member, {m.id, Nullable(m.surname1), Nullable(m.surname2), Nullable(m.name), NullableId(m.family),
+                     Nullable(m.dni), addressKey});
     }
 
-    QSqlQuery student = Prepare(db, QStringLiteral(
-        "INSERT INTO Alumno (IDAlumno, Apellido_1, Apellido_2, Nombre, codFamilia) VALUES (?, ?, ?, ?, ?)"));
+    QSqlQuery student =
+        Prepare(db, QStringLiteral(
+                        "INSERT INTO Alumno (IDAlumno, Apellido_1, Apellido_2, Nombre, codFamilia) VALUES (?, ?, ?, ?, ?)"));
     for (const StudentDescription &s : year.students)
-        Run(student, {s.id, Nullable(s.surname1), Nullable(s.surname2), Nullable(s.name),
-                      NullableId(s.family)});
+        Run(student, {s.id, Nullable(s.surname1), Nullable(s.surname2), Nullable(s.name), NullableId(s.family)});
 
-    QSqlQuery payerRole = Prepare(db, QStringLiteral(
-        "INSERT INTO MiembroFamiliaPagador (idMiembroFamiliaPagador, codMiembroFamilia) VALUES (?, ?)"));
-    QSqlQuery enrolment = Prepare(db, QStringLiteral(
-        "INSERT INTO Alumno_Actividad_Miembro (codAlumno, codActividad, codMiembroFamiliaPagador, "
-        "PrecioEuros, enero, febrero, marzo, abril, mayo, junio, julio, agosto, septiembre, octubre, "
-        "noviembre, diciembre) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
-    QHash<int, int> roles;  // member id -> role key
+    QSqlQuery payerRole =
+        Prepare(db, QStringLiteral(
+                        "INSERT INTO MiembroFamiliaPagador (idMiembroFamiliaPagador, codMiembroFamilia) VALUES (?, ?)"));
+    QSqlQuery enrolment =
+        Prepare(db,
+                QStringLiteral("INSERT INTO Alumno_Actividad_Miembro (codAlumno, codActividad, codMiembroFamiliaPagador, "
+                               "PrecioEuros, enero, febrero, marzo, abril, mayo, junio, julio, agosto, septiembre, octubre, "
+                               "noviembre, diciembre) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    QHash<int, int> roles; // member id -> role key
     for (const EnrolmentDescription &e : year.enrolments) {
         QVariant role(QMetaType(QMetaType::Int));
         if (e.payer != 0) {
@@ -343,10 +344,10 @@ InstallationPaths BuildInstallation(const QString &dir, const InstallationDescri
     paths.addinFolder = description.addinFolder.isEmpty() ? paths.rutaAplicacion
                                                           : QDir::cleanPath(root.absoluteFilePath(description.addinFolder));
     paths.modelo182File = description.session.sqlServer
-        ? QDir(paths.addinFolder).filePath(kReportsFolder + QLatin1Char('/') + kModelo182File)
-        : QDir(paths.rutaBD).filePath(kModelo182File);
-    paths.modelo182ConnectionString = QStringLiteral("Provider=") + kJetProvider
-                                      + QStringLiteral(";Data Source=") + QDir::toNativeSeparators(paths.modelo182File)
+                              ? QDir(paths.addinFolder).filePath(kReportsFolder + QLatin1Char('/') + kModelo182File)
+                              : QDir(paths.rutaBD).filePath(kModelo182File);
+    paths.modelo182ConnectionString = QStringLiteral("Provider=") + kJetProvider + QStringLiteral(";Data Source=")
+                                      + QDir::toNativeSeparators(paths.modelo182File)
                                       + QStringLiteral(";Persist Security Info=False;Jet OLEDB:Database Password=")
                                       + kDeclarationPassword;
     for (const YearDescription &year : description.years) {
@@ -354,8 +355,7 @@ InstallationPaths BuildInstallation(const QString &dir, const InstallationDescri
         y.id = year.id;
         y.name = year.name;
         y.databaseFile = hosts.FilePath(YearFileName(year));
-        y.connectionString = year.connectionString ? *year.connectionString
-                                                   : hosts.ConnectionString(YearFileName(year));
+        y.connectionString = year.connectionString ? *year.connectionString : hosts.ConnectionString(YearFileName(year));
         y.databaseCreated = year.createDatabase;
         paths.years.append(y);
     }

@@ -29,52 +29,52 @@ MonthFlags SchoolMonths();
 // One row of a `Centro` table.
 struct SchoolDescription
 {
-    int id = 1;                         // IDCentro
-    QString name;                       // Nombre
-    QString director;                   // DirectorCentro
-    QString cif;                        // CIF
-    QString phone;                      // Telefono
-    std::optional<int> taxRegime = 1;   // RFiscal
-    QString street;                     // Direccion
-    QString town;                       // Poblacion
-    QString postalCode;                 // CodigoPostal
-    QString province;                   // by name, as Provincia.descripcion
-    QString email;                      // Email
+    int id = 1;                       // IDCentro
+    QString name;                     // Nombre
+    QString director;                 // DirectorCentro
+    QString cif;                      // CIF
+    QString phone;                    // Telefono
+    std::optional<int> taxRegime = 1; // RFiscal
+    QString street;                   // Direccion
+    QString town;                     // Poblacion
+    QString postalCode;               // CodigoPostal
+    QString province;                 // by name, as Provincia.descripcion
+    QString email;                    // Email
 };
 
 struct AddressDescription
 {
-    QString street;       // Direccion.direccion
-    QString town;         // poblacion
-    QString postalCode;   // codigopostal
-    QString province;     // Provincia.descripcion; "" leaves codProvincia NULL
+    QString street;     // Direccion.direccion
+    QString town;       // poblacion
+    QString postalCode; // codigopostal
+    QString province;   // Provincia.descripcion; "" leaves codProvincia NULL
 };
 
 struct ActivityDescription
 {
-    int id = 0;                        // IDActividad
-    QString name;                      // Nombre
-    std::optional<double> price;       // the activity's usual monthly price
+    int id = 0;                  // IDActividad
+    QString name;                // Nombre
+    std::optional<double> price; // the activity's usual monthly price
 };
 
 struct StudentDescription
 {
-    int id = 0;          // IDAlumno
-    QString surname1;    // Apellido_1
-    QString surname2;    // Apellido_2
-    QString name;        // Nombre
-    int family = 0;      // codFamilia; 0 -> NULL
+    int id = 0;       // IDAlumno
+    QString surname1; // Apellido_1
+    QString surname2; // Apellido_2
+    QString name;     // Nombre
+    int family = 0;   // codFamilia; 0 -> NULL
 };
 
 struct MemberDescription
 {
-    int id = 0;          // IDMiembroFamilia
-    QString surname1;    // Apellido1
-    QString surname2;    // Apellido2
-    QString name;        // Nombre
-    int family = 0;      // codFamilia; 0 -> NULL
-    QString dni;         // DNI
-    std::optional<AddressDescription> address;  // none: codDireccion NULL
+    int id = 0;                                // IDMiembroFamilia
+    QString surname1;                          // Apellido1
+    QString surname2;                          // Apellido2
+    QString name;                              // Nombre
+    int family = 0;                            // codFamilia; 0 -> NULL
+    QString dni;                               // DNI
+    std::optional<AddressDescription> address; // none: codDireccion NULL
 };
 
 // One row of `Alumno_Actividad_Miembro`.
@@ -89,13 +89,13 @@ struct EnrolmentDescription
 
 struct YearDescription
 {
-    int id = 0;                  // IDCursoEscolar
-    QString name;                // Nombre, e.g. "2024-2025"
-    QString fileName;            // the database file in the data folder; "" -> "curso<id>.db"
-    int schoolId = 0;            // codcentro; 0 -> the installation's school
-    std::optional<SchoolDescription> school;  // the year's Centro row; default the installation's school
-    bool createDatabase = true;  // false: CursoEscolar names a file that does not exist
-    std::optional<QString> connectionString;  // BD as written; default "Provider=SQLite;Data Source=datos/<fileName>"
+    int id = 0;                              // IDCursoEscolar
+    QString name;                            // Nombre, e.g. "2024-2025"
+    QString fileName;                        // the database file in the data folder; "" -> "curso<id>.db"
+    int schoolId = 0;                        // codcentro; 0 -> the installation's school
+    std::optional<SchoolDescription> school; // the year's Centro row; default the installation's school
+    bool createDatabase = true;              // false: CursoEscolar names a file that does not exist
+    std::optional<QString> connectionString; // BD as written; default "Provider=SQLite;Data Source=datos/<fileName>"
     QList<ActivityDescription> activities;
     QList<MemberDescription> members;
     QList<StudentDescription> students;
@@ -103,7 +103,7 @@ struct YearDescription
 };
 
 // Rows of the saved-work tables of the school database, in column order.
-struct SavedActivity   // CursoEscAct
+struct SavedActivity // CursoEscAct
 {
     int idCursoEscolar = 0;
     QString nombre;
@@ -117,14 +117,14 @@ struct SavedActivity   // CursoEscAct
     bool deducComAut = false;
 };
 
-struct SavedCommunity  // ComDed
+struct SavedCommunity // ComDed
 {
     int idComAut = 0;
     int idDeduc = 0;
     double valor = 0;
 };
 
-struct SavedPayment    // DatosModelo182
+struct SavedPayment // DatosModelo182
 {
     int idAL = 0;
     int idMF = 0;
@@ -133,7 +133,7 @@ struct SavedPayment    // DatosModelo182
     double pago = 0;
 };
 
-struct SavedDonor      // ALMFModelo182
+struct SavedDonor // ALMFModelo182
 {
     int idAL = 0;
     int idMF = 0;
@@ -158,14 +158,14 @@ struct SessionDescription
     int idPerfil = 1;
     int idUsuario = 1;
     QString userName = QStringLiteral("secretaria");
-    int currentYear = 0;          // idCursoEscolar; 0 -> the greatest year id
+    int currentYear = 0; // idCursoEscolar; 0 -> the greatest year id
     bool sqlServer = false;
     bool activa = true;
     int accion = 0;
-    int rowData = 0;              // lngRowData
+    int rowData = 0; // lngRowData
     bool pesetas = false;
     bool mtp = false;
-    QString locale = QStringLiteral("es_ES");   // [Modelo182] Locale; "" leaves it out
+    QString locale = QStringLiteral("es_ES"); // [Modelo182] Locale; "" leaves it out
     bool desarrollo = false;
     QString numeroJustificante;
     QString delegacion;
@@ -189,8 +189,8 @@ struct HostServerDescription
 
 struct InstallationDescription
 {
-    SchoolDescription school;                // the session's school (IDCentro, NombreCentro)
-    QList<SchoolDescription> otherSchools;   // further schools of the entry database
+    SchoolDescription school;              // the session's school (IDCentro, NombreCentro)
+    QList<SchoolDescription> otherSchools; // further schools of the entry database
     QList<YearDescription> years;
     SavedWorkDescription savedWork;
     SessionDescription session;
@@ -206,8 +206,8 @@ struct YearPaths
 {
     int id = 0;
     QString name;
-    QString databaseFile;       // absolute path of the year's file ("" on a server)
-    QString connectionString;   // CursoEscolar.BD as written (relative to the root)
+    QString databaseFile;     // absolute path of the year's file ("" on a server)
+    QString connectionString; // CursoEscolar.BD as written (relative to the root)
     bool databaseCreated = true;
 };
 
@@ -217,21 +217,21 @@ struct YearPaths
 // SetBaseFolder(root).
 struct InstallationPaths
 {
-    QString root;                 // the installation folder
-    QString iniFile;              // root/modelo182.ini
-    QString rutaBD;               // root/datos (session "RutaBD")
-    QString rutaAplicacion;       // root/app (session "rutaaplicacion")
-    QString informes;             // root/app/Informes
-    QString iconFile;             // root/app/modelo182.ico (not written here)
-    QString entradaFile;          // root/datos/entrada.db ("" on a server, as the two below)
-    QString centroFile;           // root/datos/centro.db
-    QString borradoFile;          // root/datos/borrado.db
-    QString conexionAppEntrada;          // "Provider=SQLite;Data Source=datos/entrada.db", or the server's
-    QString conexionLocalCentro;         // "Provider=SQLite;Data Source=datos/centro.db"
-    QString conexionBorradoLocalCentro;  // "Provider=SQLite;Data Source=datos/borrado.db"
-    QList<YearPaths> years;       // in the order of the description
-    QString addinFolder;          // where the add-in's library is taken to be
-    QString modelo182File;        // root/datos/Modelo182.mdb; with sqlserver, <addinFolder>/Informes/Modelo182.mdb
+    QString root;                       // the installation folder
+    QString iniFile;                    // root/modelo182.ini
+    QString rutaBD;                     // root/datos (session "RutaBD")
+    QString rutaAplicacion;             // root/app (session "rutaaplicacion")
+    QString informes;                   // root/app/Informes
+    QString iconFile;                   // root/app/modelo182.ico (not written here)
+    QString entradaFile;                // root/datos/entrada.db ("" on a server, as the two below)
+    QString centroFile;                 // root/datos/centro.db
+    QString borradoFile;                // root/datos/borrado.db
+    QString conexionAppEntrada;         // "Provider=SQLite;Data Source=datos/entrada.db", or the server's
+    QString conexionLocalCentro;        // "Provider=SQLite;Data Source=datos/centro.db"
+    QString conexionBorradoLocalCentro; // "Provider=SQLite;Data Source=datos/borrado.db"
+    QList<YearPaths> years;             // in the order of the description
+    QString addinFolder;                // where the add-in's library is taken to be
+    QString modelo182File;              // root/datos/Modelo182.mdb; with sqlserver, <addinFolder>/Informes/Modelo182.mdb
     // The declaration connection's string with the absolute path:
     // "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=<modelo182File>;
     // Persist Security Info=False;Jet OLEDB:Database Password=zq417tev"

@@ -33,11 +33,12 @@ std::optional<CrossDatabaseCopy> ParseCrossDatabaseCopy(const QString &sql)
     // The file part is everything between the brackets; Jet does not allow
     // "]" in it, and a ";pwd=" part (the password of an Access file) is
     // dropped: SQLite files have none.
-    static const QRegularExpression form(
-        QStringLiteral(R"(^\s*SELECT\s+(?:\[[^\]]+\]|\w+)\s*\.\s*\*\s+INTO\s+(\[[^\]]+\]|\w+)\s+)"
-                       R"(FROM\s+\[([^\]]+)\]\s*\.\s*(\[[^\]]+\]|\w+))"
-                       R"((?:\s+ORDER\s+BY\s+(.*?))?\s*;?\s*$)"),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression form(QStringLiteral(
+                                             R"(^\s*SELECT\s+(?:\[[^\]]+\]|\w+)\s*\.\s*\*\s+INTO\s+(\[[^\]]+\]|\w+)\s+)"
+                                             R"(FROM\s+\[([^\]]+)\]\s*\.\s*(\[[^\]]+\]|\w+))"
+                                             R"((?:\s+ORDER\s+BY\s+(.*?))?\s*;?\s*$)"),
+                                         QRegularExpression::CaseInsensitiveOption
+                                             | QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = form.match(sql);
     if (!match.hasMatch())
         return std::nullopt;
@@ -45,8 +46,7 @@ std::optional<CrossDatabaseCopy> ParseCrossDatabaseCopy(const QString &sql)
     CrossDatabaseCopy copy;
     copy.targetTable = Unbracket(match.captured(1));
     QString file = match.captured(2);
-    static const QRegularExpression pwd(QStringLiteral(R"(;\s*pwd\s*=.*$)"),
-                                        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression pwd(QStringLiteral(R"(;\s*pwd\s*=.*$)"), QRegularExpression::CaseInsensitiveOption);
     file.remove(pwd);
     if (file.endsWith(QLatin1Char(';')))
         file.chop(1);
@@ -75,7 +75,7 @@ QString CreateTableAsStatement(const CrossDatabaseCopy &copy, const QString &ali
 QString SourceDefinitionQuery(const CrossDatabaseCopy &copy, const QString &alias)
 {
     return QStringLiteral("SELECT sql FROM ") + alias + QStringLiteral(".sqlite_master WHERE type='table' AND name=")
-        + ::SqlText(copy.sourceTable) + QStringLiteral(" COLLATE NOCASE");
+           + ::SqlText(copy.sourceTable) + QStringLiteral(" COLLATE NOCASE");
 }
 
 std::optional<QStringList> CopyWithDefinition(const CrossDatabaseCopy &copy, const QString &alias,
@@ -84,8 +84,8 @@ std::optional<QStringList> CopyWithDefinition(const CrossDatabaseCopy &copy, con
     const qsizetype columns = sourceDefinition.indexOf(QLatin1Char('('));
     if (columns < 0)
         return std::nullopt;
-    QString insert = QStringLiteral("INSERT INTO ") + Bracket(copy.targetTable) + QStringLiteral(" SELECT * FROM ")
-        + alias + QLatin1Char('.') + Bracket(copy.sourceTable);
+    QString insert = QStringLiteral("INSERT INTO ") + Bracket(copy.targetTable) + QStringLiteral(" SELECT * FROM ") + alias
+                     + QLatin1Char('.') + Bracket(copy.sourceTable);
     if (!copy.orderBy.isEmpty())
         insert += QStringLiteral(" ORDER BY ") + copy.orderBy;
     return QStringList{QStringLiteral("CREATE TABLE ") + Bracket(copy.targetTable) + QLatin1Char(' ')
@@ -111,8 +111,7 @@ QString ReplaceBooleanLiterals(const QString &sql)
     qsizetype i = 0;
     while (i < n) {
         const QChar c = sql.at(i);
-        if (c == QLatin1Char('\'') || c == QLatin1Char('"') || c == QLatin1Char('[')
-            || c == QLatin1Char('`')) {
+        if (c == QLatin1Char('\'') || c == QLatin1Char('"') || c == QLatin1Char('[') || c == QLatin1Char('`')) {
             // Copy a quoted text or a bracketed name untouched; doubled
             // quotes stay inside it.
             const QChar close = c == QLatin1Char('[') ? QLatin1Char(']') : c;
@@ -138,8 +137,7 @@ QString ReplaceBooleanLiterals(const QString &sql)
                 ++j;
             const QStringView word = QStringView(sql).mid(i, j - i);
             // A qualified name (T.True) is a column, not a literal.
-            const bool qualified = (i > 0 && sql.at(i - 1) == QLatin1Char('.'))
-                || (j < n && sql.at(j) == QLatin1Char('.'));
+            const bool qualified = (i > 0 && sql.at(i - 1) == QLatin1Char('.')) || (j < n && sql.at(j) == QLatin1Char('.'));
             if (!qualified && word.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
                 out += QLatin1String("-1");
             else if (!qualified && word.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)

@@ -13,10 +13,10 @@ namespace JetDialect {
 // copies a table of another database file into a new table of this one.
 struct CrossDatabaseCopy
 {
-    QString targetTable;  // the table created here
-    QString sourceFile;   // the file as written (may be relative, may hold blanks)
-    QString sourceTable;  // the table read there
-    QString orderBy;      // the ORDER BY list as written, or empty
+    QString targetTable; // the table created here
+    QString sourceFile;  // the file as written (may be relative, may hold blanks)
+    QString sourceTable; // the table read there
+    QString orderBy;     // the ORDER BY list as written, or empty
 };
 
 // Recognises the cross-database copy; anything else gives nothing.

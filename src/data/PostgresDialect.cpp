@@ -102,8 +102,7 @@ QString OrderNullsAsJet(const QString &sql)
     if (!sql.contains(QLatin1String("order"), Qt::CaseInsensitive))
         return sql;
     const QString top = TopLevel(sql);
-    static const QRegularExpression orderBy(QStringLiteral(R"(\bORDER\s+BY\b)"),
-                                            QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression orderBy(QStringLiteral(R"(\bORDER\s+BY\b)"), QRegularExpression::CaseInsensitiveOption);
     qsizetype listStart = -1;
     for (auto it = orderBy.globalMatch(top); it.hasNext();)
         listStart = it.next().capturedEnd();
@@ -117,8 +116,7 @@ QString OrderNullsAsJet(const QString &sql)
 
     static const QRegularExpression placed(QStringLiteral(R"(\bNULLS\s+(FIRST|LAST)\b)"),
                                            QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression descending(QStringLiteral(R"(\bDESC$)"),
-                                               QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression descending(QStringLiteral(R"(\bDESC$)"), QRegularExpression::CaseInsensitiveOption);
     QString out = sql.left(listStart);
     qsizetype keyStart = listStart;
     while (keyStart <= listEnd) {

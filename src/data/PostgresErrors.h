@@ -12,8 +12,8 @@ namespace PostgresErrors {
 
 struct Server
 {
-    QString host;       // "" means the local machine
-    QString port;       // "" means the default
+    QString host; // "" means the local machine
+    QString port; // "" means the default
     QString database;
     QString user;
 };

@@ -17,11 +17,11 @@ bool IsServer(const QSqlDatabase &db)
 void CreateTextCollation(QSqlDatabase &db)
 {
     const QString exists = QStringLiteral("SELECT 1 FROM pg_catalog.pg_collation WHERE collname = '") + kTextCollation
-        + QStringLiteral("' AND collnamespace = 'public'::regnamespace");
+                           + QStringLiteral("' AND collnamespace = 'public'::regnamespace");
     if (SchemaSql::Scalar(db, exists).isValid())
         return;
     const QString create = QStringLiteral("CREATE COLLATION public.") + kTextCollation
-        + QStringLiteral(" (provider = icu, locale = 'es-u-ks-level2', deterministic = false)");
+                           + QStringLiteral(" (provider = icu, locale = 'es-u-ks-level2', deterministic = false)");
     QSqlQuery query(db);
     if (!query.exec(create))
         throw DatabaseError(QStringLiteral("El servidor PostgreSQL no puede crear la comparación de textos en español "

@@ -23,16 +23,15 @@ QString Literal(const QString &text)
 bool Exists(Connection &maintenance, const QString &database)
 {
     QSqlDatabase db = maintenance.Database();
-    return Scalar(db, QStringLiteral("SELECT 1 FROM pg_catalog.pg_database WHERE datname = ") + Literal(database))
-        .isValid();
+    return Scalar(db, QStringLiteral("SELECT 1 FROM pg_catalog.pg_database WHERE datname = ") + Literal(database)).isValid();
 }
 
 // Empties a database this program made before; refuses any other.
 void Empty(Connection &connection, const QString &database)
 {
     QSqlDatabase db = connection.Database();
-    const int tables = Scalar(db, QStringLiteral("SELECT count(*) FROM pg_catalog.pg_tables WHERE schemaname = 'public'"))
-                           .toInt();
+    const int tables =
+        Scalar(db, QStringLiteral("SELECT count(*) FROM pg_catalog.pg_tables WHERE schemaname = 'public'")).toInt();
     if (tables > 0 && PostgresSchema::Version(db) == 0)
         throw DatabaseError(QStringLiteral("La base de datos «") + database
                                 + QStringLiteral("» del servidor ya existe y no la creó este programa: no se borra. "

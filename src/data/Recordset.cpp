@@ -3,8 +3,7 @@
 #include "data/DatabaseError.h"
 
 Recordset::Recordset(QStringList fieldNames, QList<QVariantList> rows)
-    : m_fieldNames(std::move(fieldNames))
-    , m_rows(std::move(rows))
+    : m_fieldNames(std::move(fieldNames)), m_rows(std::move(rows))
 {
 }
 
@@ -48,7 +47,8 @@ QVariant Recordset::Fields(int index) const
                                 .arg(m_fieldNames.size()));
     }
     if (m_position < 0 || m_position >= m_rows.size())
-        throw DatabaseError(QStringLiteral("No hay registro actual: el conjunto de registros está al principio o al final."));
+        throw DatabaseError(
+            QStringLiteral("No hay registro actual: el conjunto de registros está al principio o al final."));
     const QVariantList &row = m_rows.at(m_position);
     return index < row.size() ? row.at(index) : QVariant();
 }

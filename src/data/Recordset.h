@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
-#include <QList>
 #include <memory>
 
 // The rows a statement returned, read whole into memory (a client-side

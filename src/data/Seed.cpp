@@ -31,24 +31,15 @@ const QList<Community> &Communities()
     // The AEAT's own list for the regional deduction; the foral communities
     // and the two autonomous cities have no code there.
     static const QList<Community> rows = {
-        {kAndalucia, QStringLiteral("01")},
-        {kAragon, QStringLiteral("02")},
-        {kAsturias, QStringLiteral("03")},
-        {kBaleares, QStringLiteral("04")},
-        {kCanarias, QStringLiteral("05")},
-        {kCantabria, QStringLiteral("06")},
-        {kCastillaLaMancha, QStringLiteral("07")},
-        {kCastillaLeon, QStringLiteral("08")},
-        {kCataluna, QStringLiteral("09")},
-        {kExtremadura, QStringLiteral("10")},
-        {kGalicia, QStringLiteral("11")},
-        {kMadrid, QStringLiteral("12")},
-        {kMurcia, QStringLiteral("13")},
-        {kRioja, QStringLiteral("16")},
-        {kValenciana, QStringLiteral("17")},
-        {kPaisVasco, QStringLiteral("00")},
-        {kNavarra, QStringLiteral("00")},
-        {kCeuta, QStringLiteral("00")},
+        {kAndalucia, QStringLiteral("01")},        {kAragon, QStringLiteral("02")},
+        {kAsturias, QStringLiteral("03")},         {kBaleares, QStringLiteral("04")},
+        {kCanarias, QStringLiteral("05")},         {kCantabria, QStringLiteral("06")},
+        {kCastillaLaMancha, QStringLiteral("07")}, {kCastillaLeon, QStringLiteral("08")},
+        {kCataluna, QStringLiteral("09")},         {kExtremadura, QStringLiteral("10")},
+        {kGalicia, QStringLiteral("11")},          {kMadrid, QStringLiteral("12")},
+        {kMurcia, QStringLiteral("13")},           {kRioja, QStringLiteral("16")},
+        {kValenciana, QStringLiteral("17")},       {kPaisVasco, QStringLiteral("00")},
+        {kNavarra, QStringLiteral("00")},          {kCeuta, QStringLiteral("00")},
         {kMelilla, QStringLiteral("00")},
     };
     return rows;
@@ -136,20 +127,9 @@ const QList<CommunityDeduction> &CommunityDeductions()
     // Communities with a regional deduction for donations; the others (among
     // them Andalucía, the foral communities, Ceuta and Melilla) have none.
     static const QList<CommunityDeduction> rows = {
-        {kAragon, 20},
-        {kBaleares, 15},
-        {kBaleares, 25},
-        {kCanarias, 10},
-        {kCanarias, 15},
-        {kCantabria, 15},
-        {kCastillaLeon, 15},
-        {kCataluna, 15},
-        {kGalicia, 15},
-        {kMadrid, 15},
-        {kMurcia, 20},
-        {kRioja, 15},
-        {kValenciana, 20},
-        {kValenciana, 25},
+        {kAragon, 20},    {kBaleares, 15},     {kBaleares, 25},   {kCanarias, 10},   {kCanarias, 15},
+        {kCantabria, 15}, {kCastillaLeon, 15}, {kCataluna, 15},   {kGalicia, 15},    {kMadrid, 15},
+        {kMurcia, 20},    {kRioja, 15},        {kValenciana, 20}, {kValenciana, 25},
     };
     return rows;
 }

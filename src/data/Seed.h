@@ -18,22 +18,22 @@ namespace Seed {
 
 struct Community
 {
-    QString name;   // ComunidadesAutonomas.ComunidadAutonoma
-    QString code;   // CodigoComunidadAutonoma: "01".."17", "00" where the file has no code
+    QString name; // ComunidadesAutonomas.ComunidadAutonoma
+    QString code; // CodigoComunidadAutonoma: "01".."17", "00" where the file has no code
 };
 
 struct Province
 {
-    QString code;       // Provincias.CodigoProvincia, two digits ("08")
-    QString name;       // Provincias.Provincia
-    QString community;  // the community's name (resolved to its id on insert)
+    QString code;      // Provincias.CodigoProvincia, two digits ("08")
+    QString name;      // Provincias.Provincia
+    QString community; // the community's name (resolved to its id on insert)
 };
 
 struct DonationType
 {
-    QString name;               // TipoDonativos.TipoDonativo
-    QString code;               // CodigoDonativo
-    QList<double> deductions;   // the percentages linked to the type
+    QString name;             // TipoDonativos.TipoDonativo
+    QString code;             // CodigoDonativo
+    QList<double> deductions; // the percentages linked to the type
 };
 
 struct CommunityDeduction

@@ -9,15 +9,15 @@
 // writes it and the host stand-in that reads it back.
 namespace SessionKeys {
 
-inline constexpr QLatin1String kSesion("Sesion");        // the host's session properties
-inline constexpr QLatin1String kModelo182("Modelo182");  // this program's own settings
+inline constexpr QLatin1String kSesion("Sesion");       // the host's session properties
+inline constexpr QLatin1String kModelo182("Modelo182"); // this program's own settings
 
 // How the host stand-in turns a [Sesion] text into a session value.
 enum class Kind {
-    Path,        // a folder or file, relative to the settings file's folder
-    Connection,  // a connection string, opened before the add-in runs
-    Boolean,     // true / false
-    Integer,     // a whole number that fits in 64 bits
+    Path,       // a folder or file, relative to the settings file's folder
+    Connection, // a connection string, opened before the add-in runs
+    Boolean,    // true / false
+    Integer,    // a whole number that fits in 64 bits
     Text,
 };
 
@@ -70,7 +70,7 @@ inline constexpr std::array<Key, 18> kSession = {{
 }};
 
 // [Modelo182], in the order the file lists them.
-inline constexpr QLatin1String kLocale("Locale");  // number formats; the environment's when absent or empty
+inline constexpr QLatin1String kLocale("Locale"); // number formats; the environment's when absent or empty
 inline constexpr QLatin1String kDesarrollo("desarrollo");
 inline constexpr QLatin1String kNumeroJustificante("NumeroJustificante");
 inline constexpr QLatin1String kDelegacion("Delegacion");

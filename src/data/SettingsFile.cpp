@@ -127,8 +127,7 @@ SettingsFile SettingsFile::Read(const QString &path)
     try {
         return Parse(text);
     } catch (const SettingsFileError &error) {
-        throw SettingsFileError(QStringLiteral("Fichero «") + path + QStringLiteral("». ") + error.Message(),
-                                error.Line());
+        throw SettingsFileError(QStringLiteral("Fichero «") + path + QStringLiteral("». ") + error.Message(), error.Line());
     }
 }
 
@@ -182,8 +181,7 @@ void SettingsFile::Add(const QString &section, const QString &key, const QString
     if (section.contains(QLatin1Char(']')))
         throw std::invalid_argument("section cannot be written: " + section.toStdString());
     CheckName(key, "key");
-    if (key.isEmpty() || key.contains(QLatin1Char('=')) || key.front() == QLatin1Char('[')
-        || IsCommentMark(key.front()))
+    if (key.isEmpty() || key.contains(QLatin1Char('=')) || key.front() == QLatin1Char('[') || IsCommentMark(key.front()))
         throw std::invalid_argument("key cannot be written: " + key.toStdString());
     if (value.contains(QLatin1Char('\n')) || value.contains(QLatin1Char('\r')))
         throw SettingsFileError(QStringLiteral("El valor de «") + key
@@ -194,8 +192,7 @@ void SettingsFile::Add(const QString &section, const QString &key, const QString
 
 QString SettingsFile::Encode(const QString &value)
 {
-    bool quote = !value.isEmpty()
-                 && (IsBlank(value.front()) || IsBlank(value.back()) || value.front() == QLatin1Char('"'));
+    bool quote = !value.isEmpty() && (IsBlank(value.front()) || IsBlank(value.back()) || value.front() == QLatin1Char('"'));
     for (qsizetype i = 1; i < value.size() && !quote; ++i)
         quote = IsBlank(value.at(i - 1)) && IsCommentMark(value.at(i));
     if (!quote)

@@ -13,7 +13,7 @@ public:
     explicit SettingsFileError(const QString &message, int line = 0);
 
     QString Message() const { return m_message; }
-    int Line() const { return m_line; }   // 0 when the fault is not on one line
+    int Line() const { return m_line; } // 0 when the fault is not on one line
 
 private:
     QString m_message;
@@ -28,8 +28,8 @@ struct SettingsEntry
 
 struct SettingsSection
 {
-    QString name;                    // "" for keys before the first section
-    QList<SettingsEntry> entries;    // in file order
+    QString name;                 // "" for keys before the first section
+    QList<SettingsEntry> entries; // in file order
 };
 
 // An INI file read and written by our own rules, so that every value comes

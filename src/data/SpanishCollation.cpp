@@ -188,6 +188,6 @@ int SpanishCompare(QStringView a, QStringView b)
 int RegisterSpanishCollation(void *sqliteHandle)
 {
     // SQLITE_UTF16 is the machine's byte order, the order of QString's data.
-    return sqlite3_create_collation_v2(static_cast<sqlite3 *>(sqliteHandle), M182_TEXT_COLLATION,
-                                       SQLITE_UTF16, nullptr, &SqliteCompare, nullptr);
+    return sqlite3_create_collation_v2(static_cast<sqlite3 *>(sqliteHandle), M182_TEXT_COLLATION, SQLITE_UTF16, nullptr,
+                                       &SqliteCompare, nullptr);
 }

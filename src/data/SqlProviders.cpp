@@ -78,26 +78,26 @@ QString StatementFailure(const QSqlError &error, const QString &database)
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return QStringLiteral("La base de datos ") + where
-            + QStringLiteral(" está ocupada por otro programa o usuario. Espere a que termine y vuelva a intentarlo.");
+               + QStringLiteral(" está ocupada por otro programa o usuario. Espere a que termine y vuelva a intentarlo.");
     case SQLITE_READONLY:
     case SQLITE_PERM:
         return QStringLiteral("No se puede escribir en la base de datos ") + where
-            + QStringLiteral(": está abierta solo para lectura o el archivo está protegido. "
-                             "Compruebe los permisos del archivo.");
+               + QStringLiteral(": está abierta solo para lectura o el archivo está protegido. "
+                                "Compruebe los permisos del archivo.");
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
         return QStringLiteral("La base de datos ") + where
-            + QStringLiteral(" está dañada. Restaure una copia de seguridad.");
+               + QStringLiteral(" está dañada. Restaure una copia de seguridad.");
     case SQLITE_FULL:
         return QStringLiteral("No queda espacio en el disco para la base de datos ") + where
-            + QStringLiteral(". Libere espacio y vuelva a intentarlo.");
+               + QStringLiteral(". Libere espacio y vuelva a intentarlo.");
     case SQLITE_CONSTRAINT:
         return QStringLiteral("La base de datos ") + where
-            + QStringLiteral(" ha rechazado un dato que incumple sus reglas (un valor repetido o que falta).");
+               + QStringLiteral(" ha rechazado un dato que incumple sus reglas (un valor repetido o que falta).");
     case SQLITE_IOERR:
     case SQLITE_CANTOPEN:
         return QStringLiteral("No se puede leer o escribir la base de datos ") + where
-            + QStringLiteral(". Compruebe que el disco o la unidad de red están disponibles.");
+               + QStringLiteral(". Compruebe que el disco o la unidad de red están disponibles.");
     default:
         break;
     }
@@ -105,16 +105,16 @@ QString StatementFailure(const QSqlError &error, const QString &database)
     if (text.startsWith(QLatin1String("no such table")) || text.startsWith(QLatin1String("no such column"))
         || text.contains(QLatin1String("does not exist")))
         return QStringLiteral("La base de datos ") + where
-            + QStringLiteral(" no tiene la estructura que el programa espera (falta una tabla o una columna). "
-                             "Compruebe que es la base de datos correcta.");
+               + QStringLiteral(" no tiene la estructura que el programa espera (falta una tabla o una columna). "
+                                "Compruebe que es la base de datos correcta.");
     return QStringLiteral("La base de datos ") + where
-        + QStringLiteral(" no ha podido ejecutar una instrucción del programa.");
+           + QStringLiteral(" no ha podido ejecutar una instrucción del programa.");
 }
 
 QString FileUri(const QString &path, bool readOnly)
 {
     return QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))
-        + (readOnly ? QStringLiteral("?mode=ro") : QStringLiteral("?mode=rw"));
+           + (readOnly ? QStringLiteral("?mode=ro") : QStringLiteral("?mode=rw"));
 }
 
 sqlite3 *SQLiteHandle(const QSqlDatabase &db)
@@ -139,8 +139,7 @@ void OpenSQLite(const QString &name, const SQLiteOpen &how, const QString &conne
             throw DatabaseError(QStringLiteral("No existe la base de datos «") + path + QStringLiteral("»."),
                                 connectionText);
         if (!info.absoluteDir().exists())
-            throw DatabaseError(QStringLiteral("No existe la carpeta «")
-                                    + QDir::toNativeSeparators(info.absolutePath())
+            throw DatabaseError(QStringLiteral("No existe la carpeta «") + QDir::toNativeSeparators(info.absolutePath())
                                     + QStringLiteral("» donde crear la base de datos."),
                                 connectionText);
     }
@@ -148,8 +147,7 @@ void OpenSQLite(const QString &name, const SQLiteOpen &how, const QString &conne
     PendingConnection pending(name);
     QSqlDatabase db = QSqlDatabase::addDatabase(kQtSQLite, name);
     if (!db.isValid())
-        throw DatabaseError(QStringLiteral("El controlador de SQLite (QSQLITE) de Qt no está instalado."),
-                            connectionText);
+        throw DatabaseError(QStringLiteral("El controlador de SQLite (QSQLITE) de Qt no está instalado."), connectionText);
     QStringList options{QStringLiteral("QSQLITE_BUSY_TIMEOUT=") + QString::number(how.busyTimeout)};
     if (how.mayCreate) {
         db.setDatabaseName(path);
@@ -194,8 +192,7 @@ void OpenSQLite(const QString &name, const SQLiteOpen &how, const QString &conne
         throw DatabaseError(QStringLiteral("La base de datos «") + path
                                 + QStringLiteral("» fue creada por una versión más reciente del programa (estructura ")
                                 + QString::number(version) + QStringLiteral("; esta versión admite hasta la ")
-                                + QString::number(kSchemaVersion)
-                                + QStringLiteral("). Actualice el programa para abrirla."),
+                                + QString::number(kSchemaVersion) + QStringLiteral("). Actualice el programa para abrirla."),
                             connectionText);
     if (!probe.exec(QStringLiteral("PRAGMA foreign_keys=ON")))
         throw DatabaseError(StatementFailure(probe.lastError(), path), QStringLiteral("PRAGMA foreign_keys=ON"),
@@ -209,8 +206,7 @@ void OpenPostgreSQL(const QString &name, const ConnectionString &text)
     PendingConnection pending(name);
     QSqlDatabase db = QSqlDatabase::addDatabase(kQtPostgreSQL, name);
     if (!db.isValid())
-        throw DatabaseError(QStringLiteral("El controlador de PostgreSQL (QPSQL) de Qt no está instalado."),
-                            connectionText);
+        throw DatabaseError(QStringLiteral("El controlador de PostgreSQL (QPSQL) de Qt no está instalado."), connectionText);
     const QString host = text.Value(QStringLiteral("Host"));
     const QString port = text.Value(QStringLiteral("Port"));
     const QString database = text.Value(QStringLiteral("Database"));
@@ -219,8 +215,7 @@ void OpenPostgreSQL(const QString &name, const ConnectionString &text)
         bool ok = false;
         const int number = port.toInt(&ok);
         if (!ok)
-            throw DatabaseError(QStringLiteral("El puerto «") + port + QStringLiteral("» no es un número."),
-                                connectionText);
+            throw DatabaseError(QStringLiteral("El puerto «") + port + QStringLiteral("» no es un número."), connectionText);
         db.setPort(number);
     }
     db.setDatabaseName(database);
@@ -236,8 +231,7 @@ void OpenPostgreSQL(const QString &name, const ConnectionString &text)
         throw DatabaseError(QStringLiteral("La base de datos «") + database
                                 + QStringLiteral("» fue creada por una versión más reciente del programa (estructura ")
                                 + QString::number(version) + QStringLiteral("; esta versión admite hasta la ")
-                                + QString::number(kSchemaVersion)
-                                + QStringLiteral("). Actualice el programa para abrirla."),
+                                + QString::number(kSchemaVersion) + QStringLiteral("). Actualice el programa para abrirla."),
                             connectionText);
     // A row another user keeps locked fails the statement after a while
     // instead of freezing the window.

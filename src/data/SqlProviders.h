@@ -33,7 +33,7 @@ private:
 
 struct SQLiteOpen
 {
-    QString path;        // absolute
+    QString path; // absolute
     bool mayCreate = false;
     bool readOnly = false;
     int busyTimeout = 1000;

@@ -42,7 +42,7 @@ QString AlphanumericText(const QString &text)
             result.append(IsAllowed(upper) ? upper : QChar(u' '));
             continue;
         }
-        const QString upper = QString(c).toUpper();   // "ß" becomes "SS"
+        const QString upper = QString(c).toUpper(); // "ß" becomes "SS"
         for (QChar u : upper) {
             const QChar base = BaseLetter(u);
             result.append(IsAllowed(base) ? base : QChar(u' '));
@@ -104,8 +104,7 @@ QString PersonName(const QString &surname1, const QString &surname2, const QStri
     return joined;
 }
 
-Record::Record()
-    : m_text(kRecordLength, QLatin1Char(' '))
+Record::Record() : m_text(kRecordLength, QLatin1Char(' '))
 {
 }
 

@@ -19,16 +19,15 @@ const char kDonorColumns[] =
 // The identifier as the file writes it (what ValidarNIFCIF leaves of a valid
 // one: no "-", no white space around, upper case), so that every way one
 // donor's identifier may be stored sorts to the same place.
-const char kDonorKey[] =
-    "substr('000000000' || upper(trim(replace(nif, '-', ''), ' ' || char(9, 10, 11, 12, 13))), -9)";
+const char kDonorKey[] = "substr('000000000' || upper(trim(replace(nif, '-', ''), ' ' || char(9, 10, 11, 12, 13))), -9)";
 
 } // namespace
 
 std::optional<DeclarantRow> ReadNewestDeclarant(Connection &connection)
 {
-    Recordset rs = connection.Execute(QStringLiteral(
-        "SELECT IDDeclarante, ejercicio, nombre, nif, pcnombre, pcapellido1, pcapellido2, pctelefono "
-        "FROM Declarantes WHERE IDDeclarante = (SELECT MAX(IDDeclarante) FROM Declarantes)"));
+    Recordset rs = connection.Execute(
+        QStringLiteral("SELECT IDDeclarante, ejercicio, nombre, nif, pcnombre, pcapellido1, pcapellido2, pctelefono "
+                       "FROM Declarantes WHERE IDDeclarante = (SELECT MAX(IDDeclarante) FROM Declarantes)"));
     if (rs.Eof())
         return std::nullopt;
     DeclarantRow row;

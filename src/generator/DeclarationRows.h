@@ -16,7 +16,7 @@ namespace Aeat {
 
 struct DeclarantRow
 {
-    qint64 id = 0;   // IDDeclarante
+    qint64 id = 0; // IDDeclarante
     QString ejercicio;
     QString nombre;
     QString nif;

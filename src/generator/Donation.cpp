@@ -168,8 +168,8 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
 
     const QString nif = ValidIdentifier(nifText);
     if (nifText.isEmpty()) {
-        refuse(QStringLiteral("Falta el NIF") + donor()
-               + QStringLiteral(": escríbalo en la columna DNI del asistente") + kRetry);
+        refuse(QStringLiteral("Falta el NIF") + donor() + QStringLiteral(": escríbalo en la columna DNI del asistente")
+               + kRetry);
     } else if (nif.isEmpty()) {
         refuse(QStringLiteral("El NIF «") + nifText + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: corríjalo en la columna DNI del asistente") + kRetry);
@@ -192,12 +192,10 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
                + QStringLiteral(" es negativo: corríjalo en la rejilla de donantes") + kRetry);
     } else if (donation.centimos > kMaxRecordCents) {
         refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
-               + QStringLiteral(" es demasiado grande para el modelo 182: corríjalo en la rejilla de donantes")
-               + kRetry);
+               + QStringLiteral(" es demasiado grande para el modelo 182: corríjalo en la rejilla de donantes") + kRetry);
     }
 
-    if (!SmallNumber(row.codigoProvincia, 2, donation.provincia)
-        || (donation.provincia > 52 && donation.provincia != 99)) {
+    if (!SmallNumber(row.codigoProvincia, 2, donation.provincia) || (donation.provincia > 52 && donation.provincia != 99)) {
         refuse(QStringLiteral("El código de provincia «") + row.codigoProvincia + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: revise la provincia de su domicilio") + kRetry);
     }
@@ -218,13 +216,11 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
     }
 
     if (!SmallNumber(row.comunidadAut, 2, donation.comunidad) || !IsCommunityCode(donation.comunidad)) {
-        refuse(QStringLiteral("El código de comunidad autónoma «") + row.comunidadAut + QStringLiteral("»")
-               + donor() + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma")
-               + kRetry);
+        refuse(QStringLiteral("El código de comunidad autónoma «") + row.comunidadAut + QStringLiteral("»") + donor()
+               + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma") + kRetry);
     }
     if (!SmallNumber(row.deduccionCAut, 5, donation.deduccionComunidad) || donation.deduccionComunidad > 10000) {
-        refuse(QStringLiteral("El porcentaje de deducción autonómica «") + row.deduccionCAut
-               + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El porcentaje de deducción autonómica «") + row.deduccionCAut + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma") + kRetry);
     }
     // Without a community there is no regional percentage.

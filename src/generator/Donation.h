@@ -13,12 +13,12 @@ namespace Aeat {
 // its field, the amount in cents.
 struct Donation
 {
-    QString nif;                // 9 characters, zeros on the left
-    QString nifRepresentante;   // 9 characters, or 9 blanks
-    QString nombre;             // "surname1 surname2 name", 40 characters
-    int provincia = 0;          // 0 when the wizard did not know it
+    QString nif;              // 9 characters, zeros on the left
+    QString nifRepresentante; // 9 characters, or 9 blanks
+    QString nombre;           // "surname1 surname2 name", 40 characters
+    int provincia = 0;        // 0 when the wizard did not know it
     QChar clave = u'A';
-    int deduccion = 0;          // hundredths of a percent: 25 % -> 2500
+    int deduccion = 0; // hundredths of a percent: 25 % -> 2500
     bool enEspecie = false;
     int comunidad = 0;          // the file's own community code, 0 none
     int deduccionComunidad = 0; // hundredths of a percent
@@ -28,9 +28,8 @@ struct Donation
     // Rows of one donor that go into the same record.
     bool SameRecordAs(const Donation &other) const
     {
-        return nif == other.nif && clave == other.clave && deduccion == other.deduccion
-               && enEspecie == other.enEspecie && comunidad == other.comunidad
-               && deduccionComunidad == other.deduccionComunidad;
+        return nif == other.nif && clave == other.clave && deduccion == other.deduccion && enEspecie == other.enEspecie
+               && comunidad == other.comunidad && deduccionComunidad == other.deduccionComunidad;
     }
 };
 

@@ -32,8 +32,7 @@ QList<Donation> DonorRecords::Records() const
     auto key = [](const Donation &d) {
         return std::make_tuple(d.clave.unicode(), d.deduccion, d.enEspecie, d.comunidad, d.deduccionComunidad);
     };
-    std::stable_sort(sorted.begin(), sorted.end(),
-                     [&](const Donation &a, const Donation &b) { return key(a) < key(b); });
+    std::stable_sort(sorted.begin(), sorted.end(), [&](const Donation &a, const Donation &b) { return key(a) < key(b); });
     return sorted;
 }
 

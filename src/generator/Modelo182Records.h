@@ -13,16 +13,16 @@ namespace Aeat {
 struct DeclarantHeader
 {
     int ejercicio = 0;
-    QString nif;               // the declarant's identifier, normalised
+    QString nif; // the declarant's identifier, normalised
     QString nombre;
-    QString telefono;          // as stored; only its digits are written
-    QString contacto;          // "surname1 surname2 name" of the contact person
-    QString justificante;      // 13 digits
-    QChar complementaria = u' ';   // 'C' or blank
-    QChar sustitutiva = u' ';      // 'S' or blank
-    QString justificanteAnterior;  // 13 digits, or empty
-    qint64 registros = 0;      // type-2 records
-    qint64 totalCentimos = 0;  // their amounts
+    QString telefono;             // as stored; only its digits are written
+    QString contacto;             // "surname1 surname2 name" of the contact person
+    QString justificante;         // 13 digits
+    QChar complementaria = u' ';  // 'C' or blank
+    QChar sustitutiva = u' ';     // 'S' or blank
+    QString justificanteAnterior; // 13 digits, or empty
+    qint64 registros = 0;         // type-2 records
+    qint64 totalCentimos = 0;     // their amounts
     char naturaleza = '1';
 };
 

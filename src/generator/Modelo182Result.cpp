@@ -14,8 +14,7 @@ QString Modelo182Result::Resumen(const QLocale &locale) const
         return lines.join(QLatin1Char('\n'));
     }
     lines << QStringLiteral("Modelo 182 del ejercicio ") + ejercicio;
-    lines << QStringLiteral("Declarante: ") + declarante + QStringLiteral(" (NIF ") + nifDeclarante
-                 + QLatin1Char(')');
+    lines << QStringLiteral("Declarante: ") + declarante + QStringLiteral(" (NIF ") + nifDeclarante + QLatin1Char(')');
     lines << QStringLiteral("Registros de donantes: ") + QString::number(registrosDonantes);
     // Cents to euros only for display: the sums themselves stay integers.
     lines << QStringLiteral("Importe total: ")

@@ -48,9 +48,8 @@ void CheckDeclarant(const DeclarantRow &row, const Modelo182Options &options, Mo
     } else if (options.today) {
         const int expected = options.today().year() - 1;
         if (header.ejercicio != expected) {
-            result.avisos << QStringLiteral("La declaración es del ejercicio ") + ejercicio
-                                 + QStringLiteral(" y no del ") + QString::number(expected)
-                                 + QStringLiteral(": compruebe que es el que quiere presentar.");
+            result.avisos << QStringLiteral("La declaración es del ejercicio ") + ejercicio + QStringLiteral(" y no del ")
+                                 + QString::number(expected) + QStringLiteral(": compruebe que es el que quiere presentar.");
         }
     }
 

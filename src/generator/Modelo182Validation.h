@@ -14,8 +14,8 @@ class Connection;
 // whole declaration at once so the user sees every problem in one go.
 struct Modelo182Validation
 {
-    QStringList problemas;    // refusals, one Spanish line each; empty: the file may be written
-    QStringList avisos;       // the file may be written, but the user should look
+    QStringList problemas; // refusals, one Spanish line each; empty: the file may be written
+    QStringList avisos;    // the file may be written, but the user should look
     std::optional<Aeat::DeclarantRow> declarante;
     Aeat::DeclarantHeader cabecera; // the type-1 fields known before the donors are read
     qint64 filasDonantes = 0;

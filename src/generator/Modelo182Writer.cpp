@@ -22,8 +22,7 @@ namespace {
 class WriteError : public std::runtime_error
 {
 public:
-    explicit WriteError(const QString &message)
-        : std::runtime_error(message.toStdString()), m_message(message) {}
+    explicit WriteError(const QString &message) : std::runtime_error(message.toStdString()), m_message(message) {}
     QString Message() const { return m_message; }
 
 private:
@@ -35,8 +34,7 @@ constexpr int kProgressStep = 1024;
 class FileOut
 {
 public:
-    explicit FileOut(const QString &path)
-        : m_file(path), m_path(path)
+    explicit FileOut(const QString &path) : m_file(path), m_path(path)
     {
         const QString folder = QFileInfo(path).absolutePath();
         if (!QDir().mkpath(folder)) {
@@ -179,12 +177,10 @@ QString Modelo182FilePath(const Modelo182Options &options, const QString &ejerci
 {
     if (!options.outputFile.isEmpty())
         return options.outputFile;
-    return QDir(options.reportsFolder).filePath(QStringLiteral("Modelo182_") + ejercicio.trimmed()
-                                                + QStringLiteral(".txt"));
+    return QDir(options.reportsFolder).filePath(QStringLiteral("Modelo182_") + ejercicio.trimmed() + QStringLiteral(".txt"));
 }
 
-Modelo182Result EscribirModelo182(Connection &connection, const Modelo182Options &options,
-                                  ProgressSink &progress)
+Modelo182Result EscribirModelo182(Connection &connection, const Modelo182Options &options, ProgressSink &progress)
 {
     Modelo182Result result;
     const bool ownTransaction = !connection.InTransaction();

@@ -22,8 +22,7 @@ class Connection;
 // transaction back.
 // A file that cannot be written gives `error`; a database failure throws
 // DatabaseError. The one path for the donor window and the command line.
-Modelo182Result EscribirModelo182(Connection &connection, const Modelo182Options &options,
-                                  ProgressSink &progress);
+Modelo182Result EscribirModelo182(Connection &connection, const Modelo182Options &options, ProgressSink &progress);
 
 // The file a run writes for a tax year.
 QString Modelo182FilePath(const Modelo182Options &options, const QString &ejercicio);

@@ -26,12 +26,10 @@ sqlite3 *Handle(Connection &connection)
 
 } // namespace
 
-SqliteStatement::SqliteStatement(Connection &connection, const QString &sql)
-    : m_db(Handle(connection)), m_sql(sql)
+SqliteStatement::SqliteStatement(Connection &connection, const QString &sql) : m_db(Handle(connection)), m_sql(sql)
 {
     if (!m_db) {
-        throw DatabaseError(QStringLiteral("La base de datos de la declaración no está abierta como fichero SQLite."),
-                            sql);
+        throw DatabaseError(QStringLiteral("La base de datos de la declaración no está abierta como fichero SQLite."), sql);
     }
     const QByteArray utf8 = sql.toUtf8();
     if (sqlite3_prepare_v2(m_db, utf8.constData(), int(utf8.size()), &m_statement, nullptr) != SQLITE_OK)

@@ -27,7 +27,7 @@ public:
     // The statement ready to run again (with new bindings).
     void Reset();
 
-    void Bind(int index, const QString &text);   // 1-based, as SQLite counts
+    void Bind(int index, const QString &text); // 1-based, as SQLite counts
     void Bind(int index, qint64 value);
 
     // A column of the current row (0-based); NULL gives a null QString.

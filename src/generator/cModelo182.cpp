@@ -4,16 +4,14 @@
 
 #include <QDir>
 
-cModelo182::cModelo182(Modelo182Options options)
-    : m_options(std::move(options))
+cModelo182::cModelo182(Modelo182Options options) : m_options(std::move(options))
 {
 }
 
-Modelo182Result cModelo182::GenerarModelo182(Connection &conexion, bool &generado, bool,
-                                             const QString &rutaaplicacion, const QString &, const QString &,
-                                             qint16, const QVariant &, bool, const QVariant &, bool, bool,
-                                             const QVariant &, qint16, const QVariant &, const QString &,
-                                             ProgressSink &progreso)
+Modelo182Result cModelo182::GenerarModelo182(Connection &conexion, bool &generado, bool, const QString &rutaaplicacion,
+                                             const QString &, const QString &, qint16, const QVariant &, bool,
+                                             const QVariant &, bool, bool, const QVariant &, qint16, const QVariant &,
+                                             const QString &, ProgressSink &progreso)
 {
     generado = false;
     Modelo182Options options = m_options;

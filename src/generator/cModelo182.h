@@ -27,10 +27,9 @@ public:
     // cannot be written come back in the result; a database failure throws
     // DatabaseError.
     Modelo182Result GenerarModelo182(Connection &conexion, bool &generado, bool, const QString &rutaaplicacion,
-                                     const QString &texto5, const QString &texto6, qint16,
-                                     const QVariant &omitido8, bool, const QVariant &omitido10, bool, bool,
-                                     const QVariant &omitido13, qint16, const QVariant &omitido15,
-                                     const QString &vacio, ProgressSink &progreso);
+                                     const QString &texto5, const QString &texto6, qint16, const QVariant &omitido8, bool,
+                                     const QVariant &omitido10, bool, bool, const QVariant &omitido13, qint16,
+                                     const QVariant &omitido15, const QString &vacio, ProgressSink &progreso);
 
     const Modelo182Options &Options() const { return m_options; }
 

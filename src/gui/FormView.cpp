@@ -5,10 +5,10 @@
 #include "gui/ViewFactory.h"
 
 #include <QCloseEvent>
-#include <QLineEdit>
-#include <QTableView>
 #include <QFileInfo>
 #include <QIcon>
+#include <QLineEdit>
+#include <QTableView>
 
 FormView::FormView(Form &form, const ViewFactory &views, QWidget *parent) : QDialog(parent), m_form(&form)
 {

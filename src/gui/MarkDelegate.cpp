@@ -12,7 +12,7 @@ bool MarkDelegate::IsMark(const QModelIndex &index)
 {
     const QString text = index.data(Qt::DisplayRole).toString();
     return text.size() == 1 && (text.at(0) == QChar(kCheck) || text.at(0) == QChar(kCross))
-        && index.data(FlexGrid::FontNameRole).toString().compare(QLatin1String("Wingdings"), Qt::CaseInsensitive) == 0;
+           && index.data(FlexGrid::FontNameRole).toString().compare(QLatin1String("Wingdings"), Qt::CaseInsensitive) == 0;
 }
 
 void MarkDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const

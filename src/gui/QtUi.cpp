@@ -3,13 +3,13 @@
 #include "controls/Form.h"
 #include "gui/FormView.h"
 
-#include <QRect>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QEventLoop>
 #include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRect>
 #include <QUrl>
 
 namespace {
@@ -54,8 +54,7 @@ QtUi::~QtUi()
         QApplication::restoreOverrideCursor();
 }
 
-std::unique_ptr<QMessageBox> QtUi::BuildMessageBox(const QString &title, const QString &text, int style,
-                                                   QWidget *parent)
+std::unique_ptr<QMessageBox> QtUi::BuildMessageBox(const QString &title, const QString &text, int style, QWidget *parent)
 {
     auto box = std::make_unique<QMessageBox>(parent);
     box->setWindowTitle(title);

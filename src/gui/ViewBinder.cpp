@@ -48,7 +48,8 @@ public:
         extent.text = m_text;
         const QWidget *widget = option.widget;
         const QStyle *style = widget ? widget->style() : QApplication::style();
-        size.setWidth(qMax(size.width(), style->sizeFromContents(QStyle::CT_ItemViewItem, &extent, QSize(), widget).width()));
+        size.setWidth(
+            qMax(size.width(), style->sizeFromContents(QStyle::CT_ItemViewItem, &extent, QSize(), widget).width()));
         return size;
     }
 
@@ -56,8 +57,7 @@ private:
     QString m_text;
 };
 
-template <typename T>
-bool Is(const ControlBase &control)
+template <typename T> bool Is(const ControlBase &control)
 {
     return dynamic_cast<const T *>(&control) != nullptr;
 }
@@ -236,7 +236,8 @@ void ViewBinder::BindList(ListBox &list, QListView &view)
     showState();
     ShowListIndex(list, view);
     m_connections << connect(&list, &ListControl::Changed, this, showState);
-    m_connections << connect(&list, &ListControl::ListIndexChanged, this, [this, &list, &view] { ShowListIndex(list, view); });
+    m_connections << connect(&list, &ListControl::ListIndexChanged, this,
+                             [this, &list, &view] { ShowListIndex(list, view); });
 
     // A click or an arrow key selects an entry: that is the list's click.
     // The view making an entry current on its own (when it takes the focus)
@@ -306,7 +307,8 @@ void ViewBinder::BindButton(CommandButton &button, QPushButton &view)
     };
     show();
     m_connections << connect(&button, &Control::Changed, this, show);
-    m_connections << connect(&view, &QPushButton::clicked, &button, [this, &button] { Guard([&button] { button.Press(); }); });
+    m_connections << connect(&view, &QPushButton::clicked, &button,
+                             [this, &button] { Guard([&button] { button.Press(); }); });
 }
 
 void ViewBinder::BindCheck(CheckBox &check, QCheckBox &view)

@@ -150,7 +150,8 @@ void ViewBinder::BindGrid(FlexGrid &grid, QTableView &view)
     });
     m_connections << connect(&grid, &FlexGrid::CurrentCellChanged, this, showCurrent);
     // Painting off while the form fills the grid, as the original did.
-    m_connections << connect(&grid, &FlexGrid::RedrawChanged, this, [&view](bool redraw) { view.setUpdatesEnabled(redraw); });
+    m_connections << connect(&grid, &FlexGrid::RedrawChanged, this,
+                             [&view](bool redraw) { view.setUpdatesEnabled(redraw); });
     m_connections << connect(&grid, &FlexGrid::TopRowChanged, this, [this, &view, style](int row) {
         const QScopedValueRollback<bool> syncing(m_syncing, true);
         view.scrollTo(style->index(row, std::max(0, view.currentIndex().column())), QAbstractItemView::PositionAtTop);

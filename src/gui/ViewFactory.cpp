@@ -18,8 +18,7 @@
 
 namespace {
 
-template <typename UiClass>
-ViewFactory::Builder FromUiFile()
+template <typename UiClass> ViewFactory::Builder FromUiFile()
 {
     return [](QDialog &view) {
         UiClass widgets;
@@ -31,16 +30,16 @@ ViewFactory::Builder FromUiFile()
 
 ViewFactory::ViewFactory()
     : m_builders{
-          {QStringLiteral("frmSelCursos"), FromUiFile<views::Ui_frmSelCursos>()},
-          {QStringLiteral("frmSelActividad"), FromUiFile<views::Ui_frmSelActividad>()},
-          {QStringLiteral("frmActividadMes"), FromUiFile<views::Ui_frmActividadMes>()},
-          {QStringLiteral("frmActividadPonderacion"), FromUiFile<views::Ui_frmActividadPonderacion>()},
-          {QStringLiteral("frmActividadAlumno"), FromUiFile<views::Ui_frmActividadAlumno>()},
-          {QStringLiteral("frmConfiguracion"), FromUiFile<views::Ui_frmConfiguracion>()},
-          {QStringLiteral("frmNComAut"), FromUiFile<views::Ui_frmNComAut>()},
-          {QStringLiteral("frmNPorcentaje"), FromUiFile<views::Ui_frmNPorcentaje>()},
-          {QStringLiteral("frmNTipoDeduccion"), FromUiFile<views::Ui_frmNTipoDeduccion>()},
-      }
+        {QStringLiteral("frmSelCursos"), FromUiFile<views::Ui_frmSelCursos>()},
+        {QStringLiteral("frmSelActividad"), FromUiFile<views::Ui_frmSelActividad>()},
+        {QStringLiteral("frmActividadMes"), FromUiFile<views::Ui_frmActividadMes>()},
+        {QStringLiteral("frmActividadPonderacion"), FromUiFile<views::Ui_frmActividadPonderacion>()},
+        {QStringLiteral("frmActividadAlumno"), FromUiFile<views::Ui_frmActividadAlumno>()},
+        {QStringLiteral("frmConfiguracion"), FromUiFile<views::Ui_frmConfiguracion>()},
+        {QStringLiteral("frmNComAut"), FromUiFile<views::Ui_frmNComAut>()},
+        {QStringLiteral("frmNPorcentaje"), FromUiFile<views::Ui_frmNPorcentaje>()},
+        {QStringLiteral("frmNTipoDeduccion"), FromUiFile<views::Ui_frmNTipoDeduccion>()},
+    }
 {
 }
 

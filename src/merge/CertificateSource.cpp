@@ -27,8 +27,8 @@ QString GenerateFirst()
 
 } // namespace
 
-const QStringList CertificateSource::kAddedFields = {
-    QStringLiteral("Entidad"), QStringLiteral("NIFEntidad"), QStringLiteral("Ejercicio"), QStringLiteral("Fecha")};
+const QStringList CertificateSource::kAddedFields = {QStringLiteral("Entidad"), QStringLiteral("NIFEntidad"),
+                                                     QStringLiteral("Ejercicio"), QStringLiteral("Fecha")};
 
 CertificateSource::CertificateSource(Connection &declaration, Clock clock)
     : m_declaration(declaration), m_clock(std::move(clock))
@@ -63,8 +63,9 @@ CertificateData CertificateSource::Read(const QString &cartaDonantesPath) const
             data.records << record;
         }
     } catch (const DatabaseError &error) {
-        throw MergeError(QStringLiteral("No se pudieron leer los donantes de «") + cartaDonantesPath
-                         + QStringLiteral("»: ") + Clause(error.Detail().isEmpty() ? error.Message() : error.Detail()) + QStringLiteral(". ") + GenerateFirst());
+        throw MergeError(QStringLiteral("No se pudieron leer los donantes de «") + cartaDonantesPath + QStringLiteral("»: ")
+                         + Clause(error.Detail().isEmpty() ? error.Message() : error.Detail()) + QStringLiteral(". ")
+                         + GenerateFirst());
     }
 
     MergeRecord added = ReadDeclarant();
@@ -83,15 +84,16 @@ MergeRecord CertificateSource::ReadDeclarant() const
     try {
         if (!wasOpen)
             m_declaration.Open();
-        rows = m_declaration.Execute(QStringLiteral(
-            "SELECT nombre, nif, ejercicio FROM Declarantes ORDER BY IDDeclarante DESC"));
+        rows = m_declaration.Execute(
+            QStringLiteral("SELECT nombre, nif, ejercicio FROM Declarantes ORDER BY IDDeclarante DESC"));
         if (!wasOpen)
             m_declaration.Close();
     } catch (const DatabaseError &error) {
         if (!wasOpen && m_declaration.State() == Connection::adStateOpen)
             m_declaration.Close();
-        throw MergeError(QStringLiteral("No se pudo leer el declarante del modelo 182: ") + Clause(error.Detail().isEmpty() ? error.Message() : error.Detail())
-                         + QStringLiteral(". ") + GenerateFirst());
+        throw MergeError(QStringLiteral("No se pudo leer el declarante del modelo 182: ")
+                         + Clause(error.Detail().isEmpty() ? error.Message() : error.Detail()) + QStringLiteral(". ")
+                         + GenerateFirst());
     }
     if (rows.Eof())
         throw MergeError(QStringLiteral("No hay ningún declarante en la base de datos del modelo 182. ") + GenerateFirst());

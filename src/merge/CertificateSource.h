@@ -18,14 +18,14 @@ class Connection;
 // address it does not know, and the letter must show nothing there.
 struct CertificateData
 {
-    QStringList fieldNames;        // the table's columns, then the four above
+    QStringList fieldNames; // the table's columns, then the four above
     QList<MergeRecord> records;
 };
 
 class CertificateSource
 {
 public:
-    static const QStringList kAddedFields;   // Entidad, NIFEntidad, Ejercicio, Fecha
+    static const QStringList kAddedFields; // Entidad, NIFEntidad, Ejercicio, Fecha
 
     // `declaration`: the declaration database (Modelo182.mdb); opened for
     // the read and closed again when it is closed.

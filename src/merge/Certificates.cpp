@@ -14,8 +14,7 @@ QString OutputPathFor(const QString &templatePath)
     return QFileInfo(templatePath).absoluteDir().filePath(QString::fromUtf8(kOutputFileName));
 }
 
-QString Merge(const QString &templatePath, const QString &cartaDonantesPath, Connection &declaration,
-              const Clock &clock)
+QString Merge(const QString &templatePath, const QString &cartaDonantesPath, Connection &declaration, const Clock &clock)
 {
     // The template first: a damaged one is named before any database is read.
     const MailMerge merge = MailMerge::FromFile(templatePath);

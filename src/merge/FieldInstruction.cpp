@@ -30,7 +30,7 @@ QList<Token> Tokenize(const QString &instruction)
                     ++i;
                 token.text += instruction.at(i);
             }
-            ++i;   // the closing quote
+            ++i; // the closing quote
         } else {
             while (i < n && !instruction.at(i).isSpace())
                 token.text += instruction.at(i++);
@@ -68,8 +68,8 @@ std::optional<MergeFieldInstruction> ParseMergeField(const QString &instruction)
 {
     const QList<Token> tokens = Tokenize(instruction);
     if (tokens.size() < 2 || tokens.at(0).quoted
-        || tokens.at(0).text.compare(QLatin1String("MERGEFIELD"), Qt::CaseInsensitive) != 0
-        || IsSwitch(tokens.at(1)) || tokens.at(1).text.isEmpty())
+        || tokens.at(0).text.compare(QLatin1String("MERGEFIELD"), Qt::CaseInsensitive) != 0 || IsSwitch(tokens.at(1))
+        || tokens.at(1).text.isEmpty())
         return std::nullopt;
 
     MergeFieldInstruction field;
@@ -88,8 +88,8 @@ std::optional<MergeFieldInstruction> ParseMergeField(const QString &instruction)
             field.textAfter = argument;
         else if (name == QLatin1String("\\*")) {
             const QString format = argument.toLower();
-            if (format == QLatin1String("upper") || format == QLatin1String("lower")
-                || format == QLatin1String("caps") || format == QLatin1String("firstcap"))
+            if (format == QLatin1String("upper") || format == QLatin1String("lower") || format == QLatin1String("caps")
+                || format == QLatin1String("firstcap"))
                 field.caseFormat = format;
         }
     }

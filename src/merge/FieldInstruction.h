@@ -11,9 +11,9 @@
 struct MergeFieldInstruction
 {
     QString fieldName;
-    QString textBefore;   // \b
-    QString textAfter;    // \f
-    QString caseFormat;   // \* Upper | Lower | Caps | FirstCap, "" for none
+    QString textBefore; // \b
+    QString textAfter;  // \f
+    QString caseFormat; // \* Upper | Lower | Caps | FirstCap, "" for none
 
     // The text that replaces the field for this value.
     QString Render(const QString &value) const;

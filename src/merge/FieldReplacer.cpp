@@ -13,8 +13,7 @@ QString Utf8(const char *text)
 
 } // namespace
 
-FieldReplacer::FieldReplacer(WordNames names, Lookup lookup)
-    : w(std::move(names)), m_lookup(std::move(lookup))
+FieldReplacer::FieldReplacer(WordNames names, Lookup lookup) : w(std::move(names)), m_lookup(std::move(lookup))
 {
 }
 
@@ -96,14 +95,15 @@ void FieldReplacer::FieldChar(pugi::xml_node fldChar)
     if (type == "begin") {
         OpenField field;
         field.begin = fldChar;
-        field.insideInstruction = std::any_of(m_stack.begin(), m_stack.end(),
-                                              [](const OpenField &outer) { return outer.insideInstruction || !outer.inResult; });
+        field.insideInstruction = std::any_of(m_stack.begin(), m_stack.end(), [](const OpenField &outer) {
+            return outer.insideInstruction || !outer.inResult;
+        });
         field.items.push_back(fldChar);
         m_stack.push_back(field);
         return;
     }
     if (m_stack.empty())
-        return;   // a stray separate or end: nothing of ours to close
+        return; // a stray separate or end: nothing of ours to close
     OpenField &field = m_stack.back();
     field.items.push_back(fldChar);
     if (type == "separate") {
@@ -127,7 +127,7 @@ void FieldReplacer::SimpleField(pugi::xml_node field)
     if (ParseMergeField(Utf8(field.attribute(w("instr").c_str()).value())))
         m_simpleFields.push_back(field);
     else
-        Visit(field);   // another kind of field: its result may hold merge fields
+        Visit(field); // another kind of field: its result may hold merge fields
 }
 
 void FieldReplacer::InsertValueRun(pugi::xml_node before, pugi::xml_node model, const QString &text)

@@ -4,8 +4,8 @@
 
 #include <QString>
 #include <functional>
-#include <vector>
 #include <pugixml.hpp>
+#include <vector>
 
 // Replaces the merge fields of a part of a document by their values: simple
 // fields (w:fldSimple) and complex ones (w:fldChar begin / w:instrText /
@@ -31,11 +31,11 @@ private:
     // A complex field met while walking the runs, until its end.
     struct OpenField
     {
-        pugi::xml_node begin;                  // the w:fldChar begin
+        pugi::xml_node begin; // the w:fldChar begin
         QString instruction;
-        bool inResult = false;                 // after its w:fldChar separate
-        bool insideInstruction = false;        // nested in another field's instruction
-        std::vector<pugi::xml_node> items;     // run content of the field, to remove
+        bool inResult = false;             // after its w:fldChar separate
+        bool insideInstruction = false;    // nested in another field's instruction
+        std::vector<pugi::xml_node> items; // run content of the field, to remove
         pugi::xml_node firstResultRun;
     };
     struct Job

@@ -35,5 +35,5 @@ public:
 
 private:
     ZipPackage m_package;
-    QString m_documentPart;   // the main part, "word/document.xml" in practice
+    QString m_documentPart; // the main part, "word/document.xml" in practice
 };

@@ -41,8 +41,7 @@ QString FolderOf(const QString &part)
 
 QString MainDocument(const ZipPackage &package)
 {
-    const QString target = Target(package, QStringLiteral("_rels/.rels"), QString(),
-                                  QStringLiteral("/officeDocument"));
+    const QString target = Target(package, QStringLiteral("_rels/.rels"), QString(), QStringLiteral("/officeDocument"));
     if (!target.isEmpty() && package.Contains(target))
         return target;
     const QString usual = QStringLiteral("word/document.xml");
@@ -54,7 +53,7 @@ QString RelationshipsOf(const QString &part)
     const QString folder = FolderOf(part);
     const QString name = part.mid(folder.isEmpty() ? 0 : folder.size() + 1);
     return (folder.isEmpty() ? QString() : folder + QLatin1Char('/')) + QStringLiteral("_rels/") + name
-        + QStringLiteral(".rels");
+           + QStringLiteral(".rels");
 }
 
 QString RelatedPart(const ZipPackage &package, const QString &mainPart, const QString &typeSuffix)

@@ -65,7 +65,7 @@ ZipPackage ZipPackage::FromBytes(const QByteArray &bytes, const QString &display
             throw MergeError(NotAPackage(displayName));
         const QString name = QString::fromUtf8(stat.name);
         if (name.endsWith(QLatin1Char('/')))
-            continue;   // folders are implied by the part names
+            continue; // folders are implied by the part names
         package.m_entries.append({name, ReadEntry(archive.get(), zip_uint64_t(i), stat.size, displayName)});
     }
     return package;
@@ -74,8 +74,8 @@ ZipPackage ZipPackage::FromBytes(const QByteArray &bytes, const QString &display
 QString ZipPackage::NotADocumentMessage(const QString &displayName)
 {
     return QStringLiteral("La plantilla «") + displayName
-        + QStringLiteral("» no es un documento de Word válido o está dañada. "
-                         "Sustitúyala por la plantilla original y vuelva a intentarlo.");
+           + QStringLiteral("» no es un documento de Word válido o está dañada. "
+                            "Sustitúyala por la plantilla original y vuelva a intentarlo.");
 }
 
 bool ZipPackage::Contains(const QString &name) const
@@ -127,7 +127,7 @@ QByteArray ZipPackage::ToBytes() const
         zip_error_fini(&error);
         throw fail(reason);
     }
-    zip_source_keep(buffer);   // the archive's bytes are read from it after zip_close
+    zip_source_keep(buffer); // the archive's bytes are read from it after zip_close
     zip_t *archive = zip_open_from_source(buffer, ZIP_TRUNCATE, &error);
     if (!archive) {
         const QString reason = ErrorText(&error);

@@ -31,8 +31,7 @@ public:
     bool IsRegistered(const QString &progId) const;
     std::shared_ptr<ComObject> CreateObject(const QString &progId) const;
 
-    template <typename T>
-    std::shared_ptr<T> CreateObjectAs(const QString &progId) const
+    template <typename T> std::shared_ptr<T> CreateObjectAs(const QString &progId) const
     {
         auto object = std::dynamic_pointer_cast<T>(CreateObject(progId));
         if (!object)

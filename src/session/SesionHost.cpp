@@ -3,8 +3,7 @@
 #include <QLocale>
 #include <cmath>
 
-SessionError::SessionError(const QString &message)
-    : std::runtime_error(message.toStdString()), m_message(message)
+SessionError::SessionError(const QString &message) : std::runtime_error(message.toStdString()), m_message(message)
 {
 }
 
@@ -25,8 +24,8 @@ QString Describe(const SesionHost::Value &value)
 
 SessionError TypeMismatch(const QString &name, const SesionHost::Value &value, const QString &expected)
 {
-    return SessionError(QStringLiteral("La propiedad de sesión «%1» vale «%2», que no es %3.")
-                            .arg(name, Describe(value), expected));
+    return SessionError(
+        QStringLiteral("La propiedad de sesión «%1» vale «%2», que no es %3.").arg(name, Describe(value), expected));
 }
 
 // The host hands numbers over as text often enough; read them as the

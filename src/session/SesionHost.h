@@ -29,7 +29,9 @@ private:
 class SesionHost : public std::enable_shared_from_this<SesionHost>
 {
 public:
-    struct SelfReference {};
+    struct SelfReference
+    {
+    };
     using Value = std::variant<QString, qlonglong, bool, ConnectionPtr, SelfReference>;
 
     void Set(const QString &name, Value value);
@@ -44,7 +46,7 @@ public:
     QStringList Names() const { return m_values.keys(); }
 
     QString Text(const QString &name) const;
-    qlonglong Integer(const QString &name) const;  // whole number, half to even
+    qlonglong Integer(const QString &name) const; // whole number, half to even
     bool Boolean(const QString &name) const;
     ConnectionPtr ConnectionValue(const QString &name) const;
     std::shared_ptr<SesionHost> Session(const QString &name) const;

@@ -5,8 +5,7 @@
 
 namespace {
 
-template <typename T>
-T Narrow(const SesionHost &session, const QString &name)
+template <typename T> T Narrow(const SesionHost &session, const QString &name)
 {
     const qlonglong value = session.Integer(name);
     if (value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max())

@@ -40,8 +40,9 @@ SesionHost::Value Convert(const QString &name, const QString &text, const QStrin
     const std::optional<Kind> kind = KindOf(name);
     if (kind == Kind::Text)
         return text;
-    if (kind != Kind::Integer && (text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0
-                                  || text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0))
+    if (kind != Kind::Integer
+        && (text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0
+            || text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0))
         return text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0;
     static const QRegularExpression wholeNumber(QStringLiteral("^-?\\d+$"));
     const QString trimmed = text.trimmed();
@@ -51,8 +52,8 @@ SesionHost::Value Convert(const QString &name, const QString &text, const QStrin
         return number;
     if (kind == Kind::Integer || wholeNumber.match(trimmed).hasMatch())
         throw SessionError(QStringLiteral("El valor «") + text + QStringLiteral("» de «") + name
-                           + QStringLiteral("» no es un número entero válido. Corrija el fichero de sesión «")
-                           + file + QStringLiteral("»."));
+                           + QStringLiteral("» no es un número entero válido. Corrija el fichero de sesión «") + file
+                           + QStringLiteral("»."));
     return text;
 }
 

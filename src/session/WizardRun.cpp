@@ -59,8 +59,8 @@ void WizardRun::SetStatementObserver(Connection::Observer observer)
 {
     m_observer = std::move(observer);
     m_den.conM182().SetObserver(m_observer);
-    for (const ConnectionPtr &connection : {m_configuracion.conLocalAppEntrada(), m_configuracion.conLocalCentro(),
-                                            m_configuracion.conLocalBorradoCentro()})
+    for (const ConnectionPtr &connection :
+         {m_configuracion.conLocalAppEntrada(), m_configuracion.conLocalCentro(), m_configuracion.conLocalBorradoCentro()})
         if (connection)
             connection->SetObserver(m_observer);
 }

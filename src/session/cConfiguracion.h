@@ -9,12 +9,18 @@ class SesionHost;
 
 // Each property of the session context: a setter followed by its getter,
 // over a private field.
-#define M182_PROPERTY(Type, Name)                                \
-public:                                                          \
-    void set_##Name(const Type &value) { m_##Name = value; }     \
-    const Type &Name() const { return m_##Name; }                \
-                                                                 \
-private:                                                         \
+#define M182_PROPERTY(Type, Name)                                                                                           \
+public:                                                                                                                     \
+    void set_##Name(const Type &value)                                                                                      \
+    {                                                                                                                       \
+        m_##Name = value;                                                                                                   \
+    }                                                                                                                       \
+    const Type &Name() const                                                                                                \
+    {                                                                                                                       \
+        return m_##Name;                                                                                                    \
+    }                                                                                                                       \
+                                                                                                                            \
+private:                                                                                                                    \
     Type m_##Name{};
 
 // The host's session as the add-in keeps it: copied once by ObtenerDatos and

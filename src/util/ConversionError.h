@@ -10,10 +10,7 @@
 class ConversionError : public std::runtime_error
 {
 public:
-    explicit ConversionError(const QString &message)
-        : std::runtime_error(message.toStdString()), m_message(message)
-    {
-    }
+    explicit ConversionError(const QString &message) : std::runtime_error(message.toStdString()), m_message(message) {}
 
     // The Spanish text of the error, ready to be shown to the user.
     QString message() const { return m_message; }

@@ -83,8 +83,7 @@ bool ValidarNIF(QString &id)
 
     // Typed without its letter the padding pushed a digit into the letter's
     // place; otherwise the letter is wrong.
-    const qint32 number = isAsciiDigit(id[8]) ? leadingDigitsValue(id.mid(1, 8))
-                                              : leadingDigitsValue(id.left(8));
+    const qint32 number = isAsciiDigit(id[8]) ? leadingDigitsValue(id.mid(1, 8)) : leadingDigitsValue(id.left(8));
     id = (QStringLiteral("00000000") + QString::number(number)).right(8) + LetraNIF(number);
     return false;
 }

@@ -65,8 +65,8 @@ void OfficeDetector::scanInstalledSoftware()
         const QString path = kUninstallPath + QLatin1Char('\\') + subkeyName;
         RegistryReader::Key entry = 0;
         if (!m_registry.OpenKey(machine, path, &entry)) {
-            m_diagnostics << QStringLiteral("Unable to open registry key:") + path
-                                 + QStringLiteral(" Machine: ") + m_computer;
+            m_diagnostics << QStringLiteral("Unable to open registry key:") + path + QStringLiteral(" Machine: ")
+                                 + m_computer;
             continue;
         }
         QString displayName;

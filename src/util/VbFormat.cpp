@@ -31,8 +31,7 @@ DecimalDigits toDecimalDigits(double value)
     }
     // "d.dddddddddddddde+XX": fifteen significant digits, rounded to nearest.
     char buffer[64];
-    const auto res = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
-                                   std::chars_format::scientific, 14);
+    const auto res = std::to_chars(buffer, buffer + sizeof buffer, magnitude, std::chars_format::scientific, 14);
     const std::string text(buffer, res.ptr);
     const auto ePos = text.find('e');
     std::string mantissa = text.substr(0, ePos);
@@ -185,8 +184,7 @@ bool readNumber(const QString &text, const QLocale &locale, double *value)
             plain += '.';
         } else {
             // A thousands separator: between two digits, before the decimal point.
-            if (seenDecimal || i == 0 || i + 1 >= body.size() || !isAsciiDigit(body[i - 1])
-                || !isAsciiDigit(body[i + 1]))
+            if (seenDecimal || i == 0 || i + 1 >= body.size() || !isAsciiDigit(body[i - 1]) || !isAsciiDigit(body[i + 1]))
                 return false;
         }
     }
@@ -217,17 +215,14 @@ double roundHalfEven(double value)
     return std::fmod(floorValue, 2.0) == 0.0 ? floorValue : floorValue + 1.0;
 }
 
-template <typename Int>
-Int convertToInteger(double value, const char *typeName)
+template <typename Int> Int convertToInteger(double value, const char *typeName)
 {
     const double rounded = std::isfinite(value) ? roundHalfEven(value) : value;
-    if (!(rounded >= double(std::numeric_limits<Int>::min())
-          && rounded <= double(std::numeric_limits<Int>::max()))) {
-        throw OverflowError(
-            QStringLiteral("Desbordamiento: el valor %1 no cabe en un %2 (de %3 a %4).")
-                .arg(QString::number(value, 'g', 15), QString::fromLatin1(typeName),
-                     QString::number(std::numeric_limits<Int>::min()),
-                     QString::number(std::numeric_limits<Int>::max())));
+    if (!(rounded >= double(std::numeric_limits<Int>::min()) && rounded <= double(std::numeric_limits<Int>::max()))) {
+        throw OverflowError(QStringLiteral("Desbordamiento: el valor %1 no cabe en un %2 (de %3 a %4).")
+                                .arg(QString::number(value, 'g', 15), QString::fromLatin1(typeName),
+                                     QString::number(std::numeric_limits<Int>::min()),
+                                     QString::number(std::numeric_limits<Int>::max())));
     }
     return Int(rounded);
 }
@@ -310,8 +305,7 @@ qint32 CLng(double value)
 QString SqlDecimal(double value)
 {
     if (!std::isfinite(value))
-        throw ConversionError(
-            QStringLiteral("El valor %1 no es un número que pueda guardarse.").arg(value));
+        throw ConversionError(QStringLiteral("El valor %1 no es un número que pueda guardarse.").arg(value));
     const DecimalDigits d = toDecimalDigits(value);
     QString integerDigits = stripLeadingZeros(d.integerDigits);
     if (integerDigits.isEmpty())

@@ -61,8 +61,7 @@ bool WindowsRegistry::EnumKey(Key key, int index, QString *name)
         return false;
     std::vector<wchar_t> buffer(2000, L'\0');
     DWORD length = DWORD(buffer.size());
-    if (RegEnumKeyExW(toHkey(key), DWORD(index), buffer.data(), &length, nullptr, nullptr, nullptr,
-                      nullptr)
+    if (RegEnumKeyExW(toHkey(key), DWORD(index), buffer.data(), &length, nullptr, nullptr, nullptr, nullptr)
         != ERROR_SUCCESS)
         return false;
     *name = CutAtNul(QString::fromWCharArray(buffer.data(), int(length)));
@@ -76,8 +75,7 @@ bool WindowsRegistry::QueryValue(Key key, const QString &valueName, QString *val
     const std::wstring name = wide(valueName);
     DWORD type = 0;
     DWORD bytes = 0;
-    if (RegQueryValueExW(toHkey(key), name.empty() ? nullptr : name.c_str(), nullptr, &type, nullptr,
-                         &bytes)
+    if (RegQueryValueExW(toHkey(key), name.empty() ? nullptr : name.c_str(), nullptr, &type, nullptr, &bytes)
         != ERROR_SUCCESS)
         return false;
     if (type != REG_SZ && type != REG_EXPAND_SZ)

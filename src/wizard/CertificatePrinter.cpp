@@ -18,7 +18,8 @@ void CertificatePrinter::Print()
     WizardRun &run = m_form.Run();
     ui.SetMousePointer(vbHourglass);
     const CertificateFormat format = CertificateFormatFor(m_form.VersionOffice());
-    const QString carpeta = run.Configuracion().datossesion()->Text(QStringLiteral("rutaaplicacion")) + m_form.strRutaInformes;
+    const QString carpeta = run.Configuracion().datossesion()->Text(QStringLiteral("rutaaplicacion"))
+                            + m_form.strRutaInformes;
     const QString cartaDonantes = carpeta + QString::fromLatin1(MailMergeDatabase::kFileName);
     if (!QFileInfo::exists(cartaDonantes)) {
         ui.SetMousePointer(vbDefault);

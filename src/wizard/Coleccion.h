@@ -11,8 +11,7 @@
 class CollectionKeyError : public std::runtime_error
 {
 public:
-    CollectionKeyError(const QString &message, const QString &key)
-        : std::runtime_error(message.toStdString()), m_key(key) {}
+    CollectionKeyError(const QString &message, const QString &key) : std::runtime_error(message.toStdString()), m_key(key) {}
     QString Key() const { return m_key; }
 
 private:
@@ -22,8 +21,7 @@ private:
 // An ordered collection of shared records keyed by text (ids written as
 // decimal text). Iteration follows insertion order; keys ignore case, as on
 // the original platform.
-template <typename T>
-class Coleccion
+template <typename T> class Coleccion
 {
 public:
     using Ptr = std::shared_ptr<T>;
@@ -31,7 +29,8 @@ public:
     void Add(Ptr item, const QString &key)
     {
         if (Contains(key))
-            throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» ya existe en la colección."), key);
+            throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» ya existe en la colección."),
+                                     key);
         m_index.insert(Folded(key), int(m_entries.size()));
         m_entries.append({key, std::move(item)});
     }
@@ -39,7 +38,8 @@ public:
     {
         const int index = IndexOf(key);
         if (index < 0)
-            throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» no existe en la colección."), key);
+            throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» no existe en la colección."),
+                                     key);
         return m_entries.at(index).item;
     }
     Ptr Find(const QString &key) const
@@ -52,7 +52,8 @@ public:
     {
         const int index = IndexOf(key);
         if (index < 0)
-            throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» no existe en la colección."), key);
+            throw CollectionKeyError(QStringLiteral("La clave «") + key + QStringLiteral("» no existe en la colección."),
+                                     key);
         m_entries.removeAt(index);
         Reindex();
     }

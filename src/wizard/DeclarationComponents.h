@@ -28,7 +28,7 @@ struct GeneracionModelo182
     QStringList rechazos;
     QStringList avisos;
     QString error;
-    QString resumen;              // one fact a line, in Spanish
+    QString resumen; // one fact a line, in Spanish
 };
 
 class Modelo182Componente : public ComObject

@@ -48,7 +48,7 @@ QList<DeclarationGenerator::InvalidRow> DeclarationGenerator::InvalidIdentifiers
 QString DeclarationGenerator::RefusalFor(const InvalidRow &row)
 {
     return QStringLiteral("El CIF-NIF del miembro de familia ") + row.miembro + QStringLiteral(", del alumno ") + row.alumno
-        + QStringLiteral(" no es válido");
+           + QStringLiteral(" no es válido");
 }
 
 bool DeclarationGenerator::Generate()
@@ -90,10 +90,10 @@ bool DeclarationGenerator::WriteTables()
     try {
         Connection &conexion = run.OpenM182();
         Connection::Transaction transaction(conexion);
-        DonorDeclarationWriter writer(conexion, {m_form.msgMod182, m_form.colAlumnos, cursos.colCursosEscolares,
-                                                 cursos.colComAut, m_form.DeduccionPorComunidad(), m_form.declarante,
-                                                 run.Settings().delegacion, run.Settings().domicilio, m_form.Hoy(),
-                                                 run.Locale(), m_form.ProgressBar1});
+        DonorDeclarationWriter writer(conexion,
+                                      {m_form.msgMod182, m_form.colAlumnos, cursos.colCursosEscolares, cursos.colComAut,
+                                       m_form.DeduccionPorComunidad(), m_form.declarante, run.Settings().delegacion,
+                                       run.Settings().domicilio, m_form.Hoy(), run.Locale(), m_form.ProgressBar1});
         writer.Write();
         transaction.Commit();
         return true;
@@ -113,23 +113,22 @@ bool DeclarationGenerator::FillMailMergeDatabase()
 {
     WizardRun &run = m_form.Run();
     const QString ruta = run.Configuracion().datossesion()->Text(QStringLiteral("rutaaplicacion")) + m_form.strRutaInformes
-        + QString::fromLatin1(MailMergeDatabase::kFileName);
+                         + QString::fromLatin1(MailMergeDatabase::kFileName);
     try {
         Connection &declaracion = run.OpenM182();
         const CertificateFormat format = CertificateFormatFor(m_form.VersionOffice());
         ConnectionPtr carta = run.NewConnection();
         carta->SetConnectionString(MailMergeDatabase::Create(ruta, format.engineType, declaracion));
         carta->Open();
-        carta->Execute(QStringLiteral("SELECT [CartaDonantes].* INTO [CartaDonantes] FROM [")
-                       + declaracion.DataSourcePath() + QStringLiteral(";pwd=")
-                       + declaracion.Property(QStringLiteral("Jet OLEDB:Database Password"))
+        carta->Execute(QStringLiteral("SELECT [CartaDonantes].* INTO [CartaDonantes] FROM [") + declaracion.DataSourcePath()
+                       + QStringLiteral(";pwd=") + declaracion.Property(QStringLiteral("Jet OLEDB:Database Password"))
                        + QStringLiteral("].[CartaDonantes] ORDER BY Apellido1, Apellido2, Nombre"));
         carta->Close();
         return true;
     } catch (const DatabaseError &error) {
         Fail(QStringLiteral("La declaración se ha guardado, pero no se ha podido preparar la base de datos de los "
-                            "certificados «") + ruta
-                 + QStringLiteral("». Cierre los programas que la tengan abierta y vuelva a generar el modelo 182."),
+                            "certificados «")
+                 + ruta + QStringLiteral("». Cierre los programas que la tengan abierta y vuelva a generar el modelo 182."),
              error.Message());
     }
     return false;
@@ -144,9 +143,8 @@ void DeclarationGenerator::CallGenerator()
         bool generado = false;
         result = generador->GenerarModelo182(run.OpenM182(), generado, false,
                                              run.Configuracion().datossesion()->Text(QStringLiteral("rutaaplicacion")),
-                                             run.AddinFolder(), QStringLiteral("Modelo182"), 0, QVariant(),
-                                             true, QVariant(), false, false, QVariant(), 0, QVariant(), QString(),
-                                             m_form.ProgressBar1);
+                                             run.AddinFolder(), QStringLiteral("Modelo182"), 0, QVariant(), true, QVariant(),
+                                             false, false, QVariant(), 0, QVariant(), QString(), m_form.ProgressBar1);
     } catch (const DatabaseError &error) {
         Fail(QStringLiteral("La declaración se ha guardado, pero no se ha podido generar el fichero del modelo 182."),
              error.Message());

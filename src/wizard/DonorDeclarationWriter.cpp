@@ -47,7 +47,7 @@ bool PayerNameMatches(const cAlumno &payer, const QString &gridName)
     for (const QString &empty : {QStringLiteral("-"), QString()}) {
         auto part = [&empty](const QString &text) { return text.trimmed().isEmpty() ? empty : text; };
         const QString name = part(payer.AP1_MFP) + QLatin1Char(' ') + part(payer.AP2_MFP) + QStringLiteral(", ")
-            + part(payer.Nom_MFP);
+                             + part(payer.Nom_MFP);
         if (NoBlanks(name) == wanted)
             return true;
     }
@@ -95,8 +95,15 @@ void DonorDeclarationWriter::WriteDeclarant()
     const QString ejercicio = QString::number(m_ctx.hoy.year() - 1);
     const QString nif = (QString(d.cif).remove(QLatin1Char('-')) + QString(9, QLatin1Char(' '))).left(9);
     const QString telefono = (d.telefono + QString(9, QLatin1Char(' '))).left(9);
-    const QStringList values = {ejercicio, d.nombre.left(40), nif, d.pcNombre.left(20), d.pcApellido1.left(20),
-                                d.pcApellido2.left(20), telefono, d.rFiscal, m_ctx.delegacion.left(50),
+    const QStringList values = {ejercicio,
+                                d.nombre.left(40),
+                                nif,
+                                d.pcNombre.left(20),
+                                d.pcApellido1.left(20),
+                                d.pcApellido2.left(20),
+                                telefono,
+                                d.rFiscal,
+                                m_ctx.delegacion.left(50),
                                 m_ctx.domicilio.left(50)};
     QStringList quoted;
     for (const QString &value : values)
@@ -171,7 +178,9 @@ void DonorDeclarationWriter::WriteDonantes(int row, Donor &donor, qlonglong codD
                            "TipoPersona) VALUES ")
             + QLatin1Char('(') + QString::number(codDeclarante) + QStringLiteral(",'") + name(names.nombre)
             + QStringLiteral("','") + name(names.apellido1) + QStringLiteral("','") + name(names.apellido2)
-            + QStringLiteral("','") + Quoted(grid.TextMatrix(row, kDni).toUpper()) + QStringLiteral("',''," "'")
+            + QStringLiteral("','") + Quoted(grid.TextMatrix(row, kDni).toUpper())
+            + QStringLiteral("','',"
+                             "'")
             + provincia + QStringLiteral("','A','") + Deduction(grid.TextMatrix(0, c)) + QStringLiteral("','")
             + Quoted(importeTexto) + QStringLiteral("','','") + comunidad + QStringLiteral("','") + deduccionComunidad
             + QStringLiteral("','F')"));
@@ -187,13 +196,27 @@ void DonorDeclarationWriter::WriteCarta(const Donor &donor, int row)
     QStringList values;
     if (donor.pagador) {
         const cAlumno &p = *donor.pagador;
-        values = {Quoted(p.AP1_MFP.left(50)), Quoted(p.AP2_MFP.left(50)), Quoted(p.Nom_MFP.left(40)), nif, total,
-                  Quoted(p.Poblacion), Quoted(p.Direccion), Quoted(p.CodPos), Quoted(p.Provincia)};
+        values = {Quoted(p.AP1_MFP.left(50)),
+                  Quoted(p.AP2_MFP.left(50)),
+                  Quoted(p.Nom_MFP.left(40)),
+                  nif,
+                  total,
+                  Quoted(p.Poblacion),
+                  Quoted(p.Direccion),
+                  Quoted(p.CodPos),
+                  Quoted(p.Provincia)};
     } else {
         const NameParts names = SplitGridName(donor.nombreGrid);
         const QString blank = QStringLiteral(" ");
-        values = {Quoted(names.apellido1.left(50)), Quoted(names.apellido2.left(50)), Quoted(names.nombre.left(40)), nif,
-                  total, blank, blank, blank, blank};
+        values = {Quoted(names.apellido1.left(50)),
+                  Quoted(names.apellido2.left(50)),
+                  Quoted(names.nombre.left(40)),
+                  nif,
+                  total,
+                  blank,
+                  blank,
+                  blank,
+                  blank};
     }
     m_conexion.Execute(QStringLiteral("INSERT INTO CartaDonantes VALUES ('") + values.join(QStringLiteral("','"))
                        + QStringLiteral("')"));

@@ -38,11 +38,11 @@ public:
         const ColAlumnos &alumnos;
         const ColCursosEscolares &cursos;
         const ColComAut &comunidades;
-        bool porComunidad;            // chkComunidad of the deduction step
+        bool porComunidad; // chkComunidad of the deduction step
         const Declarante &declarante;
         QString delegacion;
         QString domicilio;
-        QDate hoy;                    // the declaration is for the year before
+        QDate hoy; // the declaration is for the year before
         QLocale locale;
         ProgressBar &progreso;
     };
@@ -58,7 +58,7 @@ private:
     struct Donor
     {
         QString nombreGrid;
-        std::shared_ptr<cAlumno> pagador;   // null: no payer record matches the name
+        std::shared_ptr<cAlumno> pagador; // null: no payer record matches the name
         double total = 0;
     };
 

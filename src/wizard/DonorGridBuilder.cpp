@@ -40,8 +40,7 @@ double SavedAmount(const QVariant &pago)
 
 } // namespace
 
-DonorGridBuilder::DonorGridBuilder(frmActividadAlumno &form)
-    : m_form(form), m_cargarDatos(form.Cursos().blnCargarDatos)
+DonorGridBuilder::DonorGridBuilder(frmActividadAlumno &form) : m_form(form), m_cargarDatos(form.Cursos().blnCargarDatos)
 {
 }
 
@@ -190,10 +189,12 @@ int DonorGridBuilder::AppendRow(const QString &key, const Recordset &rs)
     const int row = grid.Rows();
     grid.SetRows(row + 1);
     grid.SetTextMatrix(row, kKey, key);
-    grid.SetTextMatrix(row, kAlumno, GridName(rs.Fields(QStringLiteral("Apellido_1")), rs.Fields(QStringLiteral("Apellido_2")),
-                                              rs.Fields(QStringLiteral("Nombre"))));
-    grid.SetTextMatrix(row, kPagador, GridName(rs.Fields(QStringLiteral("Apellido1")), rs.Fields(QStringLiteral("Apellido2")),
-                                               rs.Fields(QStringLiteral("Nombre1"))));
+    grid.SetTextMatrix(row, kAlumno,
+                       GridName(rs.Fields(QStringLiteral("Apellido_1")), rs.Fields(QStringLiteral("Apellido_2")),
+                                rs.Fields(QStringLiteral("Nombre"))));
+    grid.SetTextMatrix(row, kPagador,
+                       GridName(rs.Fields(QStringLiteral("Apellido1")), rs.Fields(QStringLiteral("Apellido2")),
+                                rs.Fields(QStringLiteral("Nombre1"))));
     const QString nif = NormaliseTaxId(Text(rs, "DNI"));
     grid.SetTextMatrix(row, kDni, nif);
     SetMark(row, true);
@@ -227,8 +228,8 @@ void DonorGridBuilder::LoadSavedPayer(int row, qlonglong idAlumno, qlonglong idM
         + QStringLiteral(" AND IDMF=") + QString::number(idMiembro));
     if (!rs.Eof()) {
         FlexGrid &grid = m_form.msgMod182;
-        grid.SetTextMatrix(row, kPagador, Text(rs, "AP1") + QLatin1Char(' ') + Text(rs, "AP2") + QStringLiteral(", ")
-                                              + Text(rs, "Nombre"));
+        grid.SetTextMatrix(row, kPagador,
+                           Text(rs, "AP1") + QLatin1Char(' ') + Text(rs, "AP2") + QStringLiteral(", ") + Text(rs, "Nombre"));
         grid.SetTextMatrix(row, kDni, Text(rs, "NIF"));
         SetMark(row, Flag(rs.Fields(QStringLiteral("Mostrar"))));
     }

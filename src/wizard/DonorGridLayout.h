@@ -6,11 +6,11 @@
 // the grid, editing it, saving it and generating the declaration from it.
 namespace DonorGridLayout {
 
-inline constexpr int kKey = 0;        // hidden: "IDAlumno IDMiembroFamilia"
-inline constexpr int kAlumno = 1;     // "Alumno"
-inline constexpr int kPagador = 2;    // "Miembro Familia Pagador"
-inline constexpr int kDni = 3;        // "DNI"
-inline constexpr int kMostrar = 4;    // "Mostrar": kDeclarado / kNoDeclarado
+inline constexpr int kKey = 0;         // hidden: "IDAlumno IDMiembroFamilia"
+inline constexpr int kAlumno = 1;      // "Alumno"
+inline constexpr int kPagador = 2;     // "Miembro Familia Pagador"
+inline constexpr int kDni = 3;         // "DNI"
+inline constexpr int kMostrar = 4;     // "Mostrar": kDeclarado / kNoDeclarado
 inline constexpr int kFirstAmount = 5; // one column per school year and activity
 
 inline const QString kDeclarado = QStringLiteral("ü");   // Wingdings check mark

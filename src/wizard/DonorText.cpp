@@ -60,8 +60,8 @@ QString CleanName(const QString &text)
 {
     QString clean = text;
     clean.replace(QStringLiteral("ª"), QStringLiteral(".")).replace(QStringLiteral("º"), QStringLiteral("."));
-    for (const QString &gone : {QStringLiteral("("), QStringLiteral(")"), QStringLiteral("+"), QStringLiteral("?"),
-                                QStringLiteral("¿")})
+    for (const QString &gone :
+         {QStringLiteral("("), QStringLiteral(")"), QStringLiteral("+"), QStringLiteral("?"), QStringLiteral("¿")})
         clean.remove(gone);
     return clean;
 }

@@ -118,7 +118,8 @@ void DonorWorkSaver::AddCommunities(QStringList &sql) const
                        + QString::number(comunidad->IDDeduccion) + QLatin1Char(',') + SingleDecimal(comunidad->Valor)
                        + QLatin1Char(')');
         } catch (const ConversionError &) {
-            throw SaveRefused(QStringLiteral("El porcentaje de la comunidad autónoma ") + QString::number(comunidad->IDComAut)
+            throw SaveRefused(QStringLiteral("El porcentaje de la comunidad autónoma ")
+                              + QString::number(comunidad->IDComAut)
                               + QStringLiteral(" no es un número. Vuelva al paso anterior, corríjalo y vuelva a guardar."));
         }
     }
@@ -133,8 +134,9 @@ void DonorWorkSaver::AddActivities(QStringList &sql) const
             try {
                 deduccion = SqlDecimal(actividad->Deduccion);
             } catch (const ConversionError &) {
-                throw SaveRefused(QStringLiteral("La deducción de la actividad «") + ActivityLabel(*curso, *actividad)
-                                  + QStringLiteral("» no es un número. Vuelva al paso anterior, corríjala y vuelva a guardar."));
+                throw SaveRefused(
+                    QStringLiteral("La deducción de la actividad «") + ActivityLabel(*curso, *actividad)
+                    + QStringLiteral("» no es un número. Vuelva al paso anterior, corríjala y vuelva a guardar."));
             }
             sql << QStringLiteral("INSERT INTO CursoEscAct VALUES (") + QString::number(curso->idCursoEscolar)
                        + QLatin1Char(',') + SqlText(curso->Nombre) + QLatin1Char(',') + SqlText(curso->conBD)

@@ -15,7 +15,7 @@ void PrepareWizardWindow(Form &form, WizardRun &run)
 QString YearDatabaseMissingMessage(const QString &conBD)
 {
     return QStringLiteral("No se ha encontrado la base de datos cuya conexión es: ") + conBD
-        + QStringLiteral(". Por favor verifique que la ruta y la base de datos es correcta.");
+           + QStringLiteral(". Por favor verifique que la ruta y la base de datos es correcta.");
 }
 
 ConnectionPtr OpenYearDatabase(const QString &conBD, WizardRun &run)

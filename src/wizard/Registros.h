@@ -10,10 +10,10 @@ class cActividad
 public:
     qint16 idActividad = 0;
     QString Nombre;
-    double Deduccion = 0;            // whole-number percentage of its donation type
-    QString TipoDonativo;            // the donation code (CodigoDonativo)
-    QString TipoDonativoDeduccion;   // the chosen pair as listed: "type - 80%"; "" while none
-    QString MesesPago;               // twelve "0"/"1", January first; "" while never edited
+    double Deduccion = 0;          // whole-number percentage of its donation type
+    QString TipoDonativo;          // the donation code (CodigoDonativo)
+    QString TipoDonativoDeduccion; // the chosen pair as listed: "type - 80%"; "" while none
+    QString MesesPago;             // twelve "0"/"1", January first; "" while never edited
 };
 
 // One chosen school year and its chosen activities.
@@ -22,7 +22,7 @@ class cCursoEscolar
 public:
     qint16 idCursoEscolar = 0;
     QString Nombre;
-    QString conBD;                   // connection string of the year's own database
+    QString conBD; // connection string of the year's own database
     Coleccion<cActividad> colActividades;
 };
 
@@ -42,15 +42,15 @@ class cAlumno
 {
 public:
     qlonglong IDAlumno = 0;
-    qlonglong idMF = 0;              // 0 for an enrolment without a paying member
+    qlonglong idMF = 0; // 0 for an enrolment without a paying member
     QString Nom_MFP;
     QString AP1_MFP;
     QString AP2_MFP;
-    QString NIF_MFP;                 // normalised tax identifier
+    QString NIF_MFP; // normalised tax identifier
     QString codFamilia;
     QString Direccion;
     QString Poblacion;
-    QString CodPos;                  // five digits with leading zeros
+    QString CodPos; // five digits with leading zeros
     QString Provincia;
 };
 
@@ -63,7 +63,7 @@ public:
     qint32 IDAct = 0;
     qlonglong IDAl = 0;
     qlonglong IDMF = 0;
-    QString Pago;                    // as read, "." as decimal point
+    QString Pago; // as read, "." as decimal point
 };
 
 using ColCursosEscolares = Coleccion<cCursoEscolar>;

@@ -15,11 +15,9 @@
 #include "wizard/frmSelCursos.h"
 
 frmActividadAlumno::frmActividadAlumno(WizardRun &run, frmSelCursos &cursos, frmActividadPonderacion &deducciones)
-    : Form(run.ui(), QStringLiteral("frmActividadAlumno"), QStringLiteral("Datos de los Alumnos en las Actividades Seleccionadas")),
-      m_run(run),
-      m_cursos(cursos),
-      m_deducciones(deducciones),
-      m_editor(std::make_unique<DonorGridEditor>(*this))
+    : Form(run.ui(), QStringLiteral("frmActividadAlumno"),
+           QStringLiteral("Datos de los Alumnos en las Actividades Seleccionadas")),
+      m_run(run), m_cursos(cursos), m_deducciones(deducciones), m_editor(std::make_unique<DonorGridEditor>(*this))
 {
     msgMod182.Click = [this] { msgMod182_Click(); };
     msgMod182.Scroll = [this] { msgMod182_Scroll(); };

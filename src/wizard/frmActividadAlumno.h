@@ -44,12 +44,12 @@ public:
     CommandButton cmdCancelar{this, QStringLiteral("cmdCancelar"), QStringLiteral("Salir")};
 
     // What the grid's build leaves besides the grid.
-    double dblTotal = 0;                 // the running total shown in lblTotal
-    ColAlumnos colAlumnos;               // one donor record per grid row
-    ColDatosCobro colDatosCobro;         // saved payments without a grid row
-    Declarante declarante;               // the school, from the latest school year
-    qlonglong lngUltimoCurso = 0;        // that school year's key
-    QString strRutaInformes;             // "/Informes/" or the development folder
+    double dblTotal = 0;          // the running total shown in lblTotal
+    ColAlumnos colAlumnos;        // one donor record per grid row
+    ColDatosCobro colDatosCobro;  // saved payments without a grid row
+    Declarante declarante;        // the school, from the latest school year
+    qlonglong lngUltimoCurso = 0; // that school year's key
+    QString strRutaInformes;      // "/Informes/" or the development folder
 
     // The declaration and the certificates: today's date (the declaration
     // is for the year before), the installed Office version, and the

@@ -1,7 +1,7 @@
 #include "wizard/frmActividadMes.h"
 
-#include "wizard/FormSetup.h"
 #include "session/WizardRun.h"
+#include "wizard/FormSetup.h"
 #include "wizard/frmActividadPonderacion.h"
 #include "wizard/frmSelCursos.h"
 
@@ -10,8 +10,8 @@
 
 namespace {
 
-const char *const kMeses[12] = {"Enero", "Febrero", "Marzo", "Abril", "Mayo", "Junio",
-                                "Julio", "Agosto", "Septiembre", "Octubre", "Noviembre", "Diciembre"};
+const char *const kMeses[12] = {"Enero", "Febrero", "Marzo",      "Abril",   "Mayo",      "Junio",
+                                "Julio", "Agosto",  "Septiembre", "Octubre", "Noviembre", "Diciembre"};
 
 const QString kSinMeses = QStringLiteral("000000000000");
 
@@ -20,8 +20,7 @@ const QString kSinMeses = QStringLiteral("000000000000");
 frmActividadMes::frmActividadMes(WizardRun &run, frmSelCursos &cursos)
     : TwoListForm(run.ui(), QStringLiteral("frmActividadMes"),
                   QStringLiteral("Selección de los meses de facturación de las actividades")),
-      m_run(run),
-      m_cursos(cursos)
+      m_run(run), m_cursos(cursos)
 {
     cboActCurEsc.Click = [this] { cboActCurEsc_Click(); };
     cmdAceptar.Click = [this] { cmdAceptar_Click(); };
@@ -47,7 +46,6 @@ void frmActividadMes::Form_Load()
     if (cboActCurEsc.ListCount() > 0)
         cboActCurEsc.SetListIndex(0);
 }
-
 
 void frmActividadMes::cboActCurEsc_Click()
 {
@@ -80,7 +78,7 @@ void frmActividadMes::cboActCurEsc_Click()
         if (!(std::abs(suma) > 0))
             continue;
         ListBox &destino = (!mascara.isEmpty() && mascara.mid(i, 1) != QLatin1String("0")) ? lstSeleccionados
-                                                                                              : lstDisponibles;
+                                                                                           : lstDisponibles;
         destino.AddItem(MonthName(i + 1));
         destino.SetItemData(destino.NewIndex(), i + 1);
     }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controls/Controls.h"
-#include "wizard/TwoListForm.h"
 #include "controls/ListControls.h"
+#include "wizard/TwoListForm.h"
 
 class frmSelCursos;
 class WizardRun;
@@ -35,7 +35,6 @@ public:
     void StoreMonths(const QString &etiqueta);
 
 private:
-
     WizardRun &m_run;
     frmSelCursos &m_cursos;
     qint16 m_shownIndex = 0;

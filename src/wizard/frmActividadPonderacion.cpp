@@ -24,8 +24,7 @@ const QString frmActividadPonderacion::kSeparadorPar = QStringLiteral(" <-> ");
 
 frmActividadPonderacion::frmActividadPonderacion(WizardRun &run, frmSelCursos &cursos)
     : Form(run.ui(), QStringLiteral("frmActividadPonderacion"), QStringLiteral("Selección de porcentajes de deducciones")),
-      m_run(run),
-      m_cursos(cursos)
+      m_run(run), m_cursos(cursos)
 {
     chkComunidad.Click = [this] { chkComunidad_Click(); };
     cboComAut.Click = [this] { cboComAut_Click(); };
@@ -62,8 +61,7 @@ void frmActividadPonderacion::Form_Load()
     LoadCatalogues();
 
     if (m_cursos.blnCargarDatosComAut) {
-        Recordset rs = m_run.ConexionCentro().Execute(
-            QStringLiteral("SELECT DeducComAut FROM CursoEscAct"));
+        Recordset rs = m_run.ConexionCentro().Execute(QStringLiteral("SELECT DeducComAut FROM CursoEscAct"));
         if (!rs.Eof())
             chkComunidad.SetValue(rs.Fields(QStringLiteral("DeducComAut")).toLongLong() != 0 ? 1 : 0);
         rs.Close();
@@ -276,9 +274,9 @@ bool frmActividadPonderacion::ReadPairs(QList<PairToWrite> &pares)
         const std::optional<double> porcentaje = ReadNumber(texto, m_run.Locale());
         if (!porcentaje) {
             Refuse(QStringLiteral("No se puede leer el porcentaje de la actividad «")
-                   + ActivityLabel(*listado.eleccion.curso, *listado.eleccion.actividad) + QStringLiteral("» en «")
-                   + par + QStringLiteral("». Cambie el nombre del tipo de donativo para que no contenga «")
-                   + kSeparadorTipo + QStringLiteral("» y vuelva a asignarlo."));
+                   + ActivityLabel(*listado.eleccion.curso, *listado.eleccion.actividad) + QStringLiteral("» en «") + par
+                   + QStringLiteral("». Cambie el nombre del tipo de donativo para que no contenga «") + kSeparadorTipo
+                   + QStringLiteral("» y vuelva a asignarlo."));
             return false;
         }
         pares.append({listado.eleccion, par, guion < 0 ? par : par.left(guion), *porcentaje});
@@ -291,8 +289,9 @@ void frmActividadPonderacion::WritePairs(const QList<PairToWrite> &pares)
     for (const PairToWrite &p : pares) {
         cActividad &actividad = *p.eleccion.actividad;
         actividad.TipoDonativoDeduccion = p.par;
-        Recordset rs = m_run.OpenM182().Execute(QStringLiteral("SELECT CodigoDonativo FROM TipoDonativos WHERE TipoDonativo='")
-                                                + SqlEscape(p.tipo) + QStringLiteral("'"));
+        Recordset rs = m_run.OpenM182().Execute(
+            QStringLiteral("SELECT CodigoDonativo FROM TipoDonativos WHERE TipoDonativo='") + SqlEscape(p.tipo)
+            + QStringLiteral("'"));
         actividad.TipoDonativo = rs.Eof() ? QString() : rs.Fields(QStringLiteral("CodigoDonativo")).toString();
         rs.Close();
         // Fractional catalogue percentages reach the declaration rounded

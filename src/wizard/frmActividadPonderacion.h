@@ -25,7 +25,8 @@ public:
     CommandButton cmdAnadir{this, QStringLiteral("cmdAnadir"), QStringLiteral("Añadir")};
     CommandButton cmdEliminar{this, QStringLiteral("cmdEliminar"), QStringLiteral("Eliminar")};
     Frame fraDeduc{this, QStringLiteral("fraDeduc")};
-    CheckBox chkComunidad{this, QStringLiteral("chkComunidad"), QStringLiteral("Aplicar deducciones por comunidad autónoma")};
+    CheckBox chkComunidad{this, QStringLiteral("chkComunidad"),
+                          QStringLiteral("Aplicar deducciones por comunidad autónoma")};
     Label Label2{this, QStringLiteral("Label2"), QStringLiteral("Comunidad Autónoma")};
     ComboBox cboComAut{this, QStringLiteral("cboComAut")};
     Label Label3{this, QStringLiteral("Label3"), QStringLiteral("Deducción")};

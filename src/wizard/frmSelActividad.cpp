@@ -1,14 +1,13 @@
 #include "wizard/frmSelActividad.h"
 
-#include "wizard/FormSetup.h"
-#include "session/WizardRun.h"
 #include "data/DatabaseError.h"
+#include "session/WizardRun.h"
+#include "wizard/FormSetup.h"
 #include "wizard/frmActividadMes.h"
 #include "wizard/frmSelCursos.h"
 
 frmSelActividad::frmSelActividad(WizardRun &run, frmSelCursos &cursos)
-    : TwoListForm(run.ui(), QStringLiteral("frmSelActividad"), QStringLiteral("Selección de Actividades")),
-      m_run(run),
+    : TwoListForm(run.ui(), QStringLiteral("frmSelActividad"), QStringLiteral("Selección de Actividades")), m_run(run),
       m_cursos(cursos)
 {
     cboCursoEscolar.Click = [this] { cboCursoEscolar_Click(); };

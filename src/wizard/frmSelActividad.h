@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controls/Controls.h"
-#include "wizard/TwoListForm.h"
 #include "controls/ListControls.h"
+#include "wizard/TwoListForm.h"
 
 class frmSelCursos;
 class WizardRun;

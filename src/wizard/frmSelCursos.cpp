@@ -7,7 +7,8 @@
 #include "wizard/frmSelActividad.h"
 
 frmSelCursos::frmSelCursos(WizardRun &run)
-    : TwoListForm(run.ui(), QStringLiteral("frmSelCursos"), QStringLiteral("Selección de cursos escolares para el modelo 182")),
+    : TwoListForm(run.ui(), QStringLiteral("frmSelCursos"),
+                  QStringLiteral("Selección de cursos escolares para el modelo 182")),
       m_run(run)
 {
     cboCentro.Click = [this] { cboCentro_Click(); };
@@ -28,8 +29,8 @@ void frmSelCursos::Form_Load()
     m_run.blnSalir = false;
     PrepareWizardWindow(*this, m_run);
 
-    Recordset rs = m_run.ConexionEntrada().Execute(
-        QStringLiteral("SELECT IDCentro, Nombre FROM Centro WHERE IDCentro=") + QString::number(configuracion.intIdCentro()));
+    Recordset rs = m_run.ConexionEntrada().Execute(QStringLiteral("SELECT IDCentro, Nombre FROM Centro WHERE IDCentro=")
+                                                   + QString::number(configuracion.intIdCentro()));
     for (; !rs.Eof(); rs.MoveNext()) {
         cboCentro.AddItem(rs.Fields(QStringLiteral("Nombre")).toString());
         cboCentro.SetItemData(cboCentro.NewIndex(), rs.Fields(QStringLiteral("IDCentro")).toLongLong());

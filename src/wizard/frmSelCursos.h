@@ -1,9 +1,9 @@
 #pragma once
 
 #include "controls/Controls.h"
-#include "wizard/TwoListForm.h"
 #include "controls/ListControls.h"
 #include "wizard/Registros.h"
+#include "wizard/TwoListForm.h"
 
 // First step: the school and the school years of the declaration. Owns the
 // choices of the whole wizard (colCursosEscolares, colComAut), which the

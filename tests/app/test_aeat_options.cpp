@@ -9,7 +9,7 @@ struct IdCase
 {
     const char *name;
     QStringList words;
-    QByteArray ids;   // positions 108-135
+    QByteArray ids; // positions 108-135
 };
 
 } // namespace
@@ -21,10 +21,12 @@ TEST_F(AeatTest, EachOptionSetsTheDeclarationIdsOfTheTypeOneRecord)
     const QList<IdCase> cases{
         {"the settings' id", {}, kSettingsId + "  " + zeros},
         {"--justificante", {"--justificante", "1821111111111"}, "1821111111111  " + zeros},
-        {"--complementaria", {"--justificante", "1821111111111", "--complementaria", "1829999999999"},
+        {"--complementaria",
+         {"--justificante", "1821111111111", "--complementaria", "1829999999999"},
          "1821111111111C 1829999999999"},
         {"--sustitutiva", {"--sustitutiva", "1829999999999"}, kSettingsId + " S1829999999999"},
-        {"--sustitutiva first", {"--sustitutiva", "1828888888888", "--justificante", "1827777777777"},
+        {"--sustitutiva first",
+         {"--sustitutiva", "1828888888888", "--justificante", "1827777777777"},
          "1827777777777 S1828888888888"},
     };
     for (const IdCase &c : cases) {
@@ -47,7 +49,8 @@ TEST_F(AeatTest, SummaryNamesTheDeclarantTheYearTheRecordsTheTotalAndTheFile)
                       "Declarante: COLEGIO SANT JORDI (NIF A58818501)\n"
                       "Registros de donantes: 2\n"
                       "Importe total: 1.220,00 €\n"
-                      "Fichero: " + ReportsFile() + "\n");
+                      "Fichero: "
+                          + ReportsFile() + "\n");
     const QList<QByteArray> records = Records(ReportsFile());
     ASSERT_EQ(records.size(), 3);
     EXPECT_EQ(records[1].mid(17, 9), "11111111H");
@@ -92,8 +95,7 @@ TEST_F(AeatTest, OutNamesTheFileAndDbWritesBesideTheDatabase)
     ASSERT_EQ(Run({"--db", Path("datos/Modelo182.mdb"), "--justificante", "1823333333333"}), AeatCommand::kWritten)
         << errors.toStdString();
     EXPECT_TRUE(output.contains("Fichero: " + Path("datos/Modelo182_2024.txt") + "\n")) << output.toStdString();
-    EXPECT_EQ(Records(Path("datos/Modelo182_2024.txt")).value(0).mid(107, 28),
-              "1823333333333  0000000000000");
+    EXPECT_EQ(Records(Path("datos/Modelo182_2024.txt")).value(0).mid(107, 28), "1823333333333  0000000000000");
 }
 
 TEST_F(AeatTest, ADatabaseServerInstallationLooksForTheDatabaseBesideTheProgram)

@@ -50,8 +50,8 @@ TEST_F(AeatTest, TheProgramWritesTheFileAndRefusesWithExitCodes)
     EXPECT_RECORD(records[0], ExpectedDeclarant("1825555555555  0000000000000"));
 
     const QByteArray before = ReadAll(ReportsFile());
-    const Finished refused = RunProgram({"aeat", "--session", Ini(), "--sustitutiva", "1825555555555",
-                                         "--complementaria", "1826666666666"});
+    const Finished refused = RunProgram(
+        {"aeat", "--session", Ini(), "--sustitutiva", "1825555555555", "--complementaria", "1826666666666"});
     EXPECT_EQ(refused.code, 2);
     EXPECT_EQ(refused.out, QString());
     EXPECT_TRUE(refused.err.startsWith("Indique --complementaria o --sustitutiva, no las dos")) << refused.err.toStdString();

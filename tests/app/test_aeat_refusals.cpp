@@ -9,7 +9,7 @@ namespace {
 struct Refusal
 {
     QStringList words;
-    QString message;   // the first line of standard error
+    QString message; // the first line of standard error
 };
 
 const QByteArray kPrevious = "the file of an earlier run\r\n";
@@ -30,8 +30,7 @@ TEST_F(AeatTest, RefusedCommandsWriteNothingAndSayWhatToChange)
         {{"--justificante", "1831234567890"}, "El número de justificante «1831234567890» no es válido: " + badId},
         {{"--justificante", "18212345678AB"}, "El número de justificante «18212345678AB» no es válido: " + badId},
         {{"--justificante", "18212345678901"}, "El número de justificante «18212345678901» no es válido: " + badId},
-        {{"--complementaria", "12"},
-         "El número de justificante de la declaración anterior «12» no es válido: " + badId},
+        {{"--complementaria", "12"}, "El número de justificante de la declaración anterior «12» no es válido: " + badId},
         {{"--sustitutiva", "1831234567890"},
          "El número de justificante de la declaración anterior «1831234567890» no es válido: " + badId},
         {{"--justificante", "1821111111111", "--sustitutiva", "1821111111111"},
@@ -85,8 +84,8 @@ TEST_F(AeatTest, AnInvalidIdInTheSettingsFileIsRefusedUnlessTheOptionReplacesIt)
 
     EXPECT_EQ(Run({}), AeatCommand::kCommandRefused);
     EXPECT_EQ(errors, "El número de justificante «18200001» no es válido: debe tener 13 dígitos y empezar por 182. "
-                      "(NumeroJustificante del fichero de sesión «" + Ini()
-                          + "»; corríjalo allí o indique el número con --justificante)\n");
+                      "(NumeroJustificante del fichero de sesión «"
+                          + Ini() + "»; corríjalo allí o indique el número con --justificante)\n");
     EXPECT_FALSE(QFile::exists(ReportsFile()));
 
     EXPECT_EQ(Run({"--justificante", "1824444444444"}), AeatCommand::kWritten) << errors.toStdString();
@@ -115,11 +114,15 @@ TEST_F(AeatTest, DataTheAgencyWouldRefuseListsEveryProblemAndKeepsThePreviousFil
     const QString retry = " y vuelva a generar la declaración.";
     EXPECT_EQ(errors, "No se ha generado el fichero del modelo 182.\n"
                       "El NIF «12345678A» del donante Soler Vidal Marta no es válido: corríjalo en la columna DNI del "
-                      "asistente" + retry + "\n"
-                      "El importe «diez» del donante Roig Pau no es un número: corríjalo en la rejilla de donantes"
-                          + retry + "\n"
-                      "El NIF «X1234567A» del donante Mas Anna no es válido: corríjalo en la columna DNI del "
-                      "asistente" + retry + "\n");
+                      "asistente"
+                          + retry
+                          + "\n"
+                            "El importe «diez» del donante Roig Pau no es un número: corríjalo en la rejilla de donantes"
+                          + retry
+                          + "\n"
+                            "El NIF «X1234567A» del donante Mas Anna no es válido: corríjalo en la columna DNI del "
+                            "asistente"
+                          + retry + "\n");
     EXPECT_EQ(output, QString());
     EXPECT_EQ(ReadAll(ReportsFile()), kPrevious);
     EXPECT_EQ(Files(Path("app/Informes")), QStringList{"Modelo182_2024.txt"});

@@ -6,8 +6,8 @@
 #include "generator/cModelo182.h"
 
 #include <functional>
-#include <sys/stat.h>
 #include <stdexcept>
+#include <sys/stat.h>
 
 namespace {
 
@@ -33,7 +33,9 @@ const QByteArray kPrevious = "the file of an earlier run\r\n";
 
 ino_t Inode(const QString &path)
 {
-    struct stat info{};
+    struct stat info
+    {
+    };
     return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_ino : 0;
 }
 
@@ -137,9 +139,9 @@ TEST_F(AeatTest, RecordsEqualThoseTheDonorWindowsComponentWrites)
     cModelo182 component(options);
     bool generado = false;
     NoProgress none;
-    const Modelo182Result result =
-        component.GenerarModelo182(copy, generado, false, Path("component/app"), QString(), QString(), 0, QVariant(),
-                                   true, QVariant(), false, false, QVariant(), 0, QVariant(), QString(), none);
+    const Modelo182Result result = component.GenerarModelo182(copy, generado, false, Path("component/app"), QString(),
+                                                              QString(), 0, QVariant(), true, QVariant(), false, false,
+                                                              QVariant(), 0, QVariant(), QString(), none);
     ASSERT_TRUE(generado) << result.Resumen(options.locale).toStdString();
 
     const QByteArray fromCommand = ReadAll(ReportsFile());

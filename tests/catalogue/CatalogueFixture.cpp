@@ -15,9 +15,9 @@ void CatalogueFixture::InstallCatalogue()
     Connection m182;
     m182.Open(paths.modelo182ConnectionString);
     for (const char *sql :
-         {"DELETE FROM TipoDonativos_Deducciones", "DELETE FROM ComunidadesAutonomas_Deducciones",
-          "DELETE FROM Provincias", "DELETE FROM TipoDonativos", "DELETE FROM Deducciones",
-          "DELETE FROM ComunidadesAutonomas", "DELETE FROM sqlite_sequence", // new keys follow the rows below
+         {"DELETE FROM TipoDonativos_Deducciones", "DELETE FROM ComunidadesAutonomas_Deducciones", "DELETE FROM Provincias",
+          "DELETE FROM TipoDonativos", "DELETE FROM Deducciones", "DELETE FROM ComunidadesAutonomas",
+          "DELETE FROM sqlite_sequence", // new keys follow the rows below
           "INSERT INTO ComunidadesAutonomas (IDComunidadAutonoma, ComunidadAutonoma, CodigoComunidadAutonoma) "
           "VALUES (1, 'Andalucía', '01'), (2, 'Aragón', '02'), (3, 'Ceuta', '00')",
           "INSERT INTO Deducciones (IDDeduccion, Deduccion) VALUES (1, 80), (2, 35), (3, 13.5), (4, 10), (5, 15)",

@@ -69,10 +69,11 @@ TEST_F(AcceptFailure, AFailureAtAnyStatementKeepsNoneAndSaysSo)
     frmConfiguracion &form = ChangeLinks();
     TakeStatements();
     form.cmdAceptar.Press();
-    EXPECT_EQ(TakeWrites(), (QStringList{"DELETE FROM ComunidadesAutonomas_Deducciones WHERE coddeduccion=4 AND codComunidadAutonoma=2",
-                                         "INSERT INTO ComunidadesAutonomas_Deducciones VALUES (3,1)",
-                                         "DELETE FROM TipoDonativos_Deducciones WHERE coddeduccion=2 AND codTipoDonativo=1",
-                                         "INSERT INTO TipoDonativos_Deducciones VALUES (3,2)"}));
+    EXPECT_EQ(TakeWrites(),
+              (QStringList{"DELETE FROM ComunidadesAutonomas_Deducciones WHERE coddeduccion=4 AND codComunidadAutonoma=2",
+                           "INSERT INTO ComunidadesAutonomas_Deducciones VALUES (3,1)",
+                           "DELETE FROM TipoDonativos_Deducciones WHERE coddeduccion=2 AND codTipoDonativo=1",
+                           "INSERT INTO TipoDonativos_Deducciones VALUES (3,2)"}));
     EXPECT_EQ(CommunityLinkRows(), (QStringList{"1-4", "1-5", "3-1"}));
     EXPECT_EQ(TypeLinkRows(), (QStringList{"1-1", "2-3", "3-1", "3-2"}));
 }

@@ -56,7 +56,8 @@ TEST_F(Configuration, OpensOverTheDeductionStepWithTheCatalogueAndItsLinks)
                            "SELECT codTipoDonativo, codDeduccion, Deduccion FROM TipoDonativos_Deducciones INNER JOIN "
                            "Deducciones ON Deducciones.IDDeduccion=TipoDonativos_Deducciones.codDeduccion",
                            "SELECT codComunidadAutonoma, codDeduccion, Deduccion FROM ComunidadesAutonomas_Deducciones "
-                           "INNER JOIN Deducciones ON Deducciones.IDDeduccion=ComunidadesAutonomas_Deducciones.codDeduccion"}));
+                           "INNER JOIN Deducciones ON "
+                           "Deducciones.IDDeduccion=ComunidadesAutonomas_Deducciones.codDeduccion"}));
     EXPECT_EQ(form.cboComAut.Texts(), (QStringList{"Andalucía", "Aragón", "Ceuta"}));
     EXPECT_EQ(form.cboTipo.Texts(), (QStringList{"Donativo", "Cuota de socio", "D'Aportación"}));
     // Percentages in the user's format, without "%", in both combos.
@@ -92,12 +93,21 @@ TEST_F(Configuration, AddingNeedsBothChoicesAndRefusesAPairAlreadyLinked)
     };
     const QList<Case> cases{
         {[&] { form.cmdAnadirComPor.Press(); }, "Debe seleccionar una comunidad autónoma y un porcentaje", vbExclamation},
-        {[&] { Pick(form.cboComAut, "Aragón"); form.cmdAnadirComPor.Press(); },
+        {[&] {
+             Pick(form.cboComAut, "Aragón");
+             form.cmdAnadirComPor.Press();
+         },
          "Debe seleccionar una comunidad autónoma y un porcentaje", vbExclamation},
-        {[&] { Pick(form.cboPorc, "10"); form.cmdAnadirComPor.Press(); },
+        {[&] {
+             Pick(form.cboPorc, "10");
+             form.cmdAnadirComPor.Press();
+         },
          "Ya existe para esta comunidad autónoma ese porcentaje", vbInformation},
         {[&] { form.cmdAnadirTPor.Press(); }, "Debe seleccionar un tipo de donativo y un porcentaje", vbExclamation},
-        {[&] { Pick(form.cboDeduccion, "35"); form.cmdAnadirTPor.Press(); },
+        {[&] {
+             Pick(form.cboDeduccion, "35");
+             form.cmdAnadirTPor.Press();
+         },
          "Debe seleccionar un tipo de donativo y un porcentaje", vbExclamation},
         {[&] { AddTypeLink(form, "Donativo", "35"); }, "Ya existe para este donativo ese porcentaje", vbInformation},
         {[&] { form.cmdEliminarComPor.Press(); }, "Debe seleccionar algún dato", vbExclamation},
@@ -137,8 +147,8 @@ TEST_F(Configuration, AcceptWritesTheChangedLinksCommunitiesFirstAndRefillsTheSt
     EXPECT_EQ(ui.OpenWindows().last(), "frmActividadPonderacion");
     QStringList pairs = step->cboTipoPorcentaje.Texts();
     std::sort(pairs.begin(), pairs.end());
-    EXPECT_EQ(pairs, (QStringList{"Cuota de socio - 13,5%", "Cuota de socio - 80%", "D'Aportación - 80%",
-                                  "Donativo - 80%"}));
+    EXPECT_EQ(pairs,
+              (QStringList{"Cuota de socio - 13,5%", "Cuota de socio - 80%", "D'Aportación - 80%", "Donativo - 80%"}));
     EXPECT_TRUE(ui.Messages().isEmpty());
 }
 

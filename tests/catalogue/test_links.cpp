@@ -11,7 +11,7 @@ TEST(PercentageText, ShowsTheSinglesDecimalValueInTheUsersFormat)
         float value;
         const QLocale &locale;
         const char *text;
-    } cases[] = {{13.3f, spanish, "13,3"}, {12.5f, spanish, "12,5"}, {80.0f, spanish, "80"}, {0.0f, spanish, "0"},
+    } cases[] = {{13.3f, spanish, "13,3"},   {12.5f, spanish, "12,5"}, {80.0f, spanish, "80"},  {0.0f, spanish, "0"},
                  {33.33f, spanish, "33,33"}, {12.5f, english, "12.5"}, {100.0f, english, "100"}};
     for (const auto &c : cases)
         EXPECT_EQ(PercentageText(c.value, c.locale), QString(c.text)) << c.text;
@@ -25,8 +25,8 @@ TEST(DeductionLinks, StatesFollowAddsAndRemovesAndOnlyRealChangesAreWritten)
     {
         bool stored;
         const char *steps;
-        int count;        // links held afterwards
-        int state;        // of the one link, when held
+        int count; // links held afterwards
+        int state; // of the one link, when held
         QStringList sql;
     } cases[] = {
         {true, "", 1, 0, {}},
@@ -48,8 +48,9 @@ TEST(DeductionLinks, StatesFollowAddsAndRemovesAndOnlyRealChangesAreWritten)
                 links.Remove(links.Find(2, 9));
         }
         EXPECT_EQ(links.Items().Count(), c.count) << c.steps;
-        if (c.count == 1)
+        if (c.count == 1) {
             EXPECT_EQ(links.Find(2, 9)->Estado, c.state) << c.steps;
+        }
         EXPECT_EQ(LinkStatements(CommunityLinks(), links), c.sql) << c.steps;
         EXPECT_EQ(links.Listed(2).size(), c.count == 1 && c.state != 3 ? 1 : 0) << c.steps;
     }

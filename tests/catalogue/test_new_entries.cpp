@@ -1,12 +1,12 @@
 #include "CatalogueFixture.h"
 
 #include "catalogue/CatalogueComponents.h"
-#include "session/WizardRun.h"
 #include "catalogue/frmConfiguracion.h"
 #include "catalogue/frmNComAut.h"
 #include "catalogue/frmNPorcentaje.h"
 #include "catalogue/frmNTipoDeduccion.h"
 #include "session/SessionSettings.h"
+#include "session/WizardRun.h"
 #include "wizard/ConfigurationWindowMaker.h"
 #include "wizard/frmActividadPonderacion.h"
 #include "wizard/frmSelCursos.h"
@@ -55,8 +55,8 @@ TEST_F(NewEntries, ACommunityNeedsBothFieldsAndANumericCodeOfTwoOrMoreCharacters
     {
         const char *name, *code;
         QString message;
-    } refused[] = {{"", "", empty}, {"Murcia", "", empty}, {"", "14", empty}, {"Murcia", "4", code},
-                   {"Murcia", "1a", code}, {"Murcia", "ab", code}};
+    } refused[] = {{"", "", empty},       {"Murcia", "", empty},  {"", "14", empty},
+                   {"Murcia", "4", code}, {"Murcia", "1a", code}, {"Murcia", "ab", code}};
     for (const auto &c : refused) {
         ui.ClearLog();
         dialog.txtNomComAut.SetText(c.name);
@@ -92,7 +92,8 @@ TEST_F(NewEntries, ACommunityCodeOfTwoDigitsOrMoreIsStoredAndTheCommunityOffered
         EXPECT_EQ(std::tuple(configuracion->cboComAut.List(3 + c.id - 4), configuracion->cboComAut.ItemData(3 + c.id - 4)),
                   std::tuple(QString(c.name), qlonglong(c.id)));
         auto record = cursos->colComAut.Item(QString::number(c.id));
-        EXPECT_EQ(std::tuple(record->IDComAut, record->IDDeduccion, record->Valor), std::tuple(qint16(c.id), qint16(-1), -1.0f));
+        EXPECT_EQ(std::tuple(record->IDComAut, record->IDDeduccion, record->Valor),
+                  std::tuple(qint16(c.id), qint16(-1), -1.0f));
         configuracion->cmdAceptar.Press();
     }
     EXPECT_EQ(Rows("SELECT IDComunidadAutonoma, ComunidadAutonoma, CodigoComunidadAutonoma FROM ComunidadesAutonomas "
@@ -112,7 +113,8 @@ TEST_F(NewEntries, AnExistingCommunityNameIsRefusedWhateverItsCase)
         dialog.cmdAceptar.Press();
         ExpectOnlyMessage("No puede introducir una comunidad autónoma existente");
         EXPECT_EQ(TakeStatements(), QStringList{"SELECT comunidadautonoma FROM comunidadesautonomas WHERE "
-                                                "comunidadautonoma='" + QString(name) + "'"});
+                                                "comunidadautonoma='"
+                                                + QString(name) + "'"});
     }
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM ComunidadesAutonomas"), QStringList{"3"});
     EXPECT_EQ(configuracion->cboComAut.ListCount(), 3);
@@ -129,9 +131,9 @@ TEST_F(NewEntries, APercentageFromZeroToOneHundredIsStoredWithADecimalPoint)
         frmNPorcentaje &dialog = OpenPercentageDialog(c.id == 7);
         dialog.txtPorcentaje.SetText(c.typed);
         dialog.cmdAceptar.Press();
-        EXPECT_EQ(TakeStatements(), (QStringList{QString("SELECT deduccion FROM deducciones WHERE deduccion=") + c.sql,
-                                                 QString("INSERT INTO deducciones (deduccion) VALUES (") + c.sql + ")",
-                                                 kMaxPercentage}));
+        EXPECT_EQ(TakeStatements(),
+                  (QStringList{QString("SELECT deduccion FROM deducciones WHERE deduccion=") + c.sql,
+                               QString("INSERT INTO deducciones (deduccion) VALUES (") + c.sql + ")", kMaxPercentage}));
         EXPECT_TRUE(ui.Messages().isEmpty()) << ui.MessageTexts().join("|").toStdString();
         // Both percentage lists get it, as typed, with its key.
         for (const ComboBox *combo : {&configuracion->cboPorc, &configuracion->cboDeduccion})
@@ -154,8 +156,8 @@ TEST_F(NewEntries, APercentageOutsideTheRangeNotANumberOrKnownIsRefused)
         const char *typed;
         QString message;
         int statements;
-    } refused[] = {{"", range, 0}, {"100,5", range, 0}, {"-1", range, 0}, {"diez", range, 0}, {"1,2,3", range, 0},
-                   {"80", known, 1}, {"13,50", known, 1}};
+    } refused[] = {{"", range, 0},      {"100,5", range, 0}, {"-1", range, 0},   {"diez", range, 0},
+                   {"1,2,3", range, 0}, {"80", known, 1},    {"13,50", known, 1}};
     for (const auto &c : refused) {
         ui.ClearLog();
         dialog.txtPorcentaje.SetText(c.typed);
@@ -187,7 +189,10 @@ TEST_F(NewEntries, ATypeNeedsBothFieldsAndANewNameWhileItsCodeMayRepeat)
     {
         const char *name, *code;
         QString message;
-    } refused[] = {{"", "", empty}, {"Beca", "", empty}, {"", "B1", empty}, {"DONATIVO", "X", known},
+    } refused[] = {{"", "", empty},
+                   {"Beca", "", empty},
+                   {"", "B1", empty},
+                   {"DONATIVO", "X", known},
                    {"d'aportación", "X", known}};
     for (const auto &c : refused) {
         ui.ClearLog();

@@ -6,11 +6,14 @@
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <functional>
-#include <iostream>
 #include <gtest/gtest.h>
+#include <iostream>
 
 // Texts and cell values print as what they hold when a comparison fails.
-[[maybe_unused]] static void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
+[[maybe_unused]] static void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
 [[maybe_unused]] static void PrintTo(const QVariant &value, std::ostream *out)
 {
     *out << (value.isValid() ? value.typeName() + std::string(" ") + value.toString().toStdString() : std::string("(none)"));
@@ -186,8 +189,8 @@ TEST_F(Grid, SortingPutsRowsInSpanishOrderStablyBelowTheHeader)
 
 TEST_F(Grid, SortingOnAColumnRangeBreaksTiesWithTheNextColumn)
 {
-    const QStringList rows{"a\tGARCIA -, ANA\tPEREZ, LUIS", "b\tBLANCO RUIZ, JUAN\tZAMORA, ROSA", "c\tgarcia -, ana\tLÓPEZ, EVA",
-                           "d\tGARCIA -, ANA\tLOPEZ, EVA", "e\tGARCIA -, ANA\t"};
+    const QStringList rows{"a\tGARCIA -, ANA\tPEREZ, LUIS", "b\tBLANCO RUIZ, JUAN\tZAMORA, ROSA",
+                           "c\tgarcia -, ana\tLÓPEZ, EVA", "d\tGARCIA -, ANA\tLOPEZ, EVA", "e\tGARCIA -, ANA\t"};
     for (const auto &[from, to] : {std::pair{1, 2}, {2, 1}}) {
         Load(rows);
         grid.Sort(from, to);
@@ -229,7 +232,8 @@ TEST_F(Grid, EveryRoleShowsTheCellsTextAndFormat)
     EXPECT_EQ(roles(2, 0), std::tuple(QVariant("1532 877"), QVariant(left), none, none, none, none, QVariant(true)));
     EXPECT_EQ(roles(0, 3), std::tuple(QVariant("DNI"), QVariant(left), none, none, none, none, QVariant(true)));
     // Read back through the current cell and through its coordinates alike.
-    EXPECT_EQ(std::tuple(grid.CellFontName(), grid.CellFontSize(), grid.CellForeColor(), grid.CellAlignment(), grid.CellFontBold()),
+    EXPECT_EQ(std::tuple(grid.CellFontName(), grid.CellFontSize(), grid.CellForeColor(), grid.CellAlignment(),
+                         grid.CellFontBold()),
               std::tuple(QString("Wingdings"), 14.0, vbRed, int(flexAlignCenterCenter), false));
     EXPECT_EQ(std::tuple(grid.CellFontName(2, 3), grid.CellAlignment(2, 3), grid.CellFontBold(1, 3)),
               std::tuple(QString(), int(flexAlignGeneral), true));
@@ -286,10 +290,11 @@ TEST_F(Grid, QtsModelTesterFindsNothingWrong)
     QStringList warnings;
     static QStringList *sink = nullptr;
     sink = &warnings;
-    const QtMessageHandler previous = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
-        if (type != QtDebugMsg)
-            *sink << text;
-    });
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType type, const QMessageLogContext &, const QString &text) {
+            if (type != QtDebugMsg)
+                *sink << text;
+        });
     Load({"1\tZapata\tx", "2\tÁlvarez\ty"});
     grid.SetCols(6);
     grid.SetFixedCols(2);

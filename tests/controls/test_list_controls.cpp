@@ -62,7 +62,7 @@ TEST_F(ControlModels, SettingTheListIndexClicksAddingAndRemovingDoNot)
     form.lst.SetListIndex(3);
     form.lst.SetListIndex(3); // unchanged: no second click
     EXPECT_EQ(form.clicks, 1);
-    form.lst.UserClick(3);    // a person clicking the highlighted entry: a click
+    form.lst.UserClick(3); // a person clicking the highlighted entry: a click
     EXPECT_EQ(form.clicks, 2);
     EXPECT_EQ(form.lst.Text(), "c");
     EXPECT_THROW(form.lst.SetListIndex(5), std::out_of_range);

@@ -16,13 +16,17 @@ int Sign(const QString &a, const QString &b)
 
 TEST(SpanishCompare, IgnoresCaseOnlyAndPutsEnyeAfterN)
 {
-    const struct { const char *a, *b; int sign; } cases[] = {
-        {"ÁLVAREZ", "álvarez", 0}, {"MUÑOZ", "muñoz", 0}, {"GÜELL", "güell", 0}, {"a\u0301lvarez", "Álvarez", 0},
-        {"alvarez", "álvarez", -1}, {"Muñoz", "Munoz", 1},                   // an accent makes another word
-        {"Álvarez", "Blanco", -1}, {"Alonso", "Álvarez", -1}, {"Álvarez", "Alvaro", -1},   // with its base letter
-        {"Nuñez", "Ñuñez", -1}, {"Ñuñez", "Ortega", -1}, {"Nuzman", "Ñuñez", -1}, {"Penalva", "Peña", -1},
-        {"canon", "canón", -1}, {"canón", "cañon", -1},                      // accents only break a tie
-        {"Martín López", "Martínez", -1}, {"2º B", "Álava", -1}, {"Sanz", "Sanz Gil", -1},
+    const struct
+    {
+        const char *a, *b;
+        int sign;
+    } cases[] = {
+        {"ÁLVAREZ", "álvarez", 0},        {"MUÑOZ", "muñoz", 0},      {"GÜELL", "güell", 0},
+        {"a\u0301lvarez", "Álvarez", 0},  {"alvarez", "álvarez", -1}, {"Muñoz", "Munoz", 1}, // an accent makes another word
+        {"Álvarez", "Blanco", -1},        {"Alonso", "Álvarez", -1},  {"Álvarez", "Alvaro", -1}, // with its base letter
+        {"Nuñez", "Ñuñez", -1},           {"Ñuñez", "Ortega", -1},    {"Nuzman", "Ñuñez", -1},
+        {"Penalva", "Peña", -1},          {"canon", "canón", -1},     {"canón", "cañon", -1}, // accents only break a tie
+        {"Martín López", "Martínez", -1}, {"2º B", "Álava", -1},      {"Sanz", "Sanz Gil", -1},
     };
     QStringList words;
     for (const auto &c : cases) {

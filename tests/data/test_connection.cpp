@@ -25,16 +25,21 @@ TEST(DatabaseErrorText, IsTheMessageThenABlankLineThenTheStatement)
 
 TEST(ConnectionStringParse, GivesThePairsInOrderAndWritesThemBack)
 {
-    const struct { const char *text, *pairs, *written; } cases[] = {   // written: nullptr when as the text
+    const struct
+    {
+        const char *text, *pairs, *written;
+    } cases[] = {
+        // written: nullptr when as the text
         {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/x/Año 1/M.mdb;Persist Security Info=False;"
          "Jet OLEDB:Database Password=zq417tev",
          "[Provider][Microsoft.Jet.OLEDB.4.0][Data Source][/x/Año 1/M.mdb][Persist Security Info][False]"
-         "[Jet OLEDB:Database Password][zq417tev]", nullptr},
+         "[Jet OLEDB:Database Password][zq417tev]",
+         nullptr},
         {"  Provider = SQLite ;; Data Source = c.db ;", "[Provider][SQLite][Data Source][c.db]",
          "Provider=SQLite;Data Source=c.db"},
         {"Password=a=b==c;Data Source=\"/a;b/c.db\"", "[Password][a=b==c][Data Source][/a;b/c.db]", nullptr},
         {"Data Source=a.db;Provider=SQLite;data source=b.db", "[Data Source][b.db][Provider][SQLite]",
-         "Data Source=b.db;Provider=SQLite"},   // a repeated key keeps its first place and its last value
+         "Data Source=b.db;Provider=SQLite"}, // a repeated key keeps its first place and its last value
     };
     for (const auto &c : cases) {
         const ConnectionString cs(QString::fromUtf8(c.text));
@@ -66,17 +71,24 @@ TEST_F(ConnectionOpen, UnusableSourcesAreRefusedInSpanishAndNothingIsCreated)
     note.write("Esto no es una base de datos, es una nota de la secretaría.\n");
     note.close();
     MakeDatabase("nueva.mdb", {QString("PRAGMA user_version=%1").arg(kSchemaVersion + 1)});
-    const struct { QString text, message; } cases[] = {
+    const struct
+    {
+        QString text, message;
+    } cases[] = {
         {"Provider=Microsoft.ACE.OLEDB.12.0;Data Source=x.accdb", "Proveedor desconocido: Microsoft.ACE.OLEDB.12.0"},
         {"Provider=SQLite;Data Source=", "La cadena de conexión no indica la base de datos (Data Source)."},
         {kJet + Path("Modelo182.mdb") + kJetTail, "No existe la base de datos «" + Path("Modelo182.mdb") + "»."},
-        {SQLite(Path("nota.mdb")), "«" + Path("nota.mdb") + "» no es una base de datos válida o está dañada. "
-                                   "Compruebe que ha indicado el archivo correcto.\n\nDetalle técnico: file is not a database"},
+        {SQLite(Path("nota.mdb")),
+         "«" + Path("nota.mdb")
+             + "» no es una base de datos válida o está dañada. "
+               "Compruebe que ha indicado el archivo correcto.\n\nDetalle técnico: file is not a database"},
         {SQLite(Path("carpeta.db")), "«" + Path("carpeta.db") + "» no es un archivo de base de datos."},
         {SQLite(Path("nueva.mdb")),
          QString("La base de datos «%1» fue creada por una versión más reciente del programa (estructura %2; esta "
                  "versión admite hasta la %3). Actualice el programa para abrirla.")
-             .arg(Path("nueva.mdb")).arg(kSchemaVersion + 1).arg(kSchemaVersion)},
+             .arg(Path("nueva.mdb"))
+             .arg(kSchemaVersion + 1)
+             .arg(kSchemaVersion)},
     };
     for (const auto &c : cases) {
         Connection connection;
@@ -190,7 +202,7 @@ TEST_F(ConnectionExecute, MalformedStatementsCarryTheDatabaseMessageAndTheStatem
         EXPECT_EQ(e.Statement(), sql);
     }
     EXPECT_EQ(ExpectDatabaseError([&] { m_c.Execute("DELETE FROM Alumno; DELETE FROM Alumno"); }).Statement(),
-              "DELETE FROM Alumno; DELETE FROM Alumno");   // one statement per Execute
+              "DELETE FROM Alumno; DELETE FROM Alumno"); // one statement per Execute
     EXPECT_EQ(Count(m_c, "Alumno"), 2);
 }
 
@@ -222,7 +234,8 @@ TEST_F(ConnectionExecute, TransactionsCommitForOthersOrRollBackWhole)
         commit ? m_c.CommitTrans() : m_c.RollbackTrans();
         EXPECT_EQ(Count(m_other, "Alumno"), commit ? 1 : 2);
     }
-    EXPECT_EQ(ExpectDatabaseError([&] { m_c.CommitTrans(); }).Message(), "No hay ninguna transacción abierta que confirmar.");
+    EXPECT_EQ(ExpectDatabaseError([&] { m_c.CommitTrans(); }).Message(),
+              "No hay ninguna transacción abierta que confirmar.");
 }
 
 } // namespace

@@ -9,8 +9,14 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-inline std::ostream &operator<<(std::ostream &os, const QString &text) { return os << '"' << text.toStdString() << '"'; }
-inline void PrintTo(const QString &text, std::ostream *os) { *os << text; }
+inline std::ostream &operator<<(std::ostream &os, const QString &text)
+{
+    return os << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QString &text, std::ostream *os)
+{
+    *os << text;
+}
 
 namespace data_test {
 
@@ -27,9 +33,18 @@ inline QStringList Rows(Connection &c, const QString &sql, const QStringList &co
     }
     return rows;
 }
-inline QString Value(Connection &c, const QString &sql) { return Rows(c, sql).value(0); }
-inline qint64 Count(Connection &c, const QString &table) { return Value(c, "SELECT COUNT(*) FROM " + table).toLongLong(); }
-inline int UserVersion(Connection &c) { return Value(c, "PRAGMA user_version").toInt(); }
+inline QString Value(Connection &c, const QString &sql)
+{
+    return Rows(c, sql).value(0);
+}
+inline qint64 Count(Connection &c, const QString &table)
+{
+    return Value(c, "SELECT COUNT(*) FROM " + table).toLongLong();
+}
+inline int UserVersion(Connection &c)
+{
+    return Value(c, "PRAGMA user_version").toInt();
+}
 inline QStringList Tables(Connection &c)
 {
     return Rows(c, "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite_%' ORDER BY name");
@@ -57,7 +72,6 @@ template <typename F> DatabaseError ExpectDatabaseError(F &&code)
 class DataTest : public ::testing::Test
 {
 protected:
-
     QString Path(const QString &name) const { return m_dir.filePath(name); }
     static QString SQLite(const QString &path) { return "Provider=SQLite;Data Source=" + path; }
     // An SQLite file (closed again) holding what the statements make.

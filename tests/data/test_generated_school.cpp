@@ -1,9 +1,9 @@
 #include "data/Demo.h"
 
 #include <QSet>
+#include <gtest/gtest.h>
 #include <set>
 #include <tuple>
-#include <gtest/gtest.h>
 
 // The benchmark's workload: the announced sizes, the same school for the
 // same seed, and a saved-work snapshot that covers every cell of the grid.

@@ -20,8 +20,17 @@ namespace {
 InstallationDescription SmallInstallation()
 {
     InstallationDescription d;
-    d.school = {7, "Colegio Peñalara, Sección Norte", "Mª Luisa O'Connor Ruiz", "R2800347C", "918 765 432", 1,
-                "Calle del Pinar, 3", "Cercedilla", "28470", "Madrid", "secretaria@penalara.es"};
+    d.school = {7,
+                "Colegio Peñalara, Sección Norte",
+                "Mª Luisa O'Connor Ruiz",
+                "R2800347C",
+                "918 765 432",
+                1,
+                "Calle del Pinar, 3",
+                "Cercedilla",
+                "28470",
+                "Madrid",
+                "secretaria@penalara.es"};
     d.years.resize(3);
     YearDescription &first = d.years[0], &second = d.years[1], &missing = d.years[2];
     first.id = 3, first.name = "2023-2024", first.fileName = "curso 2023.db";
@@ -32,12 +41,14 @@ InstallationDescription SmallInstallation()
         {104, "Ortiz", "Mora", "Rosa", 4, "", AddressDescription{"Calle Ancha", "Barcelona", "08001", "Barna"}},
     };
     first.students = {{1, "García", "D'Souza", "Ana", 1}, {2, "Peña", "López", "Hugo", 2}, {4, "Ortiz", "Vela", "Íker", 4}};
-    first.enrolments = {{1, 1, 100, 110.0, SchoolMonths()}, {1, 1, 0, 30.0, SchoolMonths()},
-                        {2, 1, 102, std::nullopt, Months({1, 2})}, {4, 1, 999, 12.5, SchoolMonths()}};   // 999: not on file
+    first.enrolments = {{1, 1, 100, 110.0, SchoolMonths()},
+                        {1, 1, 0, 30.0, SchoolMonths()},
+                        {2, 1, 102, std::nullopt, Months({1, 2})},
+                        {4, 1, 999, 12.5, SchoolMonths()}}; // 999: not on file
     second.id = 5, second.name = "2024-2025";
     missing.id = 4, missing.name = "2022-2023", missing.fileName = "perdido.db", missing.createDatabase = false;
-    d.savedWork.activities = {{3, "2023-2024", "Provider=SQLite;Data Source=datos/curso 2023.db", 1, "Comedor", 12.5,
-                               "A", "Donativo - 80%", "111111000111", true}};
+    d.savedWork.activities = {{3, "2023-2024", "Provider=SQLite;Data Source=datos/curso 2023.db", 1, "Comedor", 12.5, "A",
+                               "Donativo - 80%", "111111000111", true}};
     d.savedWork.payments = {{1, 100, 3, 1, 1100}};
     d.savedWork.donors = {{1, 100, "Pedro", "García", "Núñez", "12345678Z", false}};
     d.session.delegacion = "Madrid; Centro";
@@ -71,20 +82,32 @@ protected:
 TEST_F(InstallationTest, SettingsFileIsReadBackExactlyAndPathsAreWhereItSays)
 {
     EXPECT_EQ(Settings(m_paths.iniFile),
-              QStringList({"Sesion/rutaaplicacion=app", "Sesion/RutaBD=datos", "Sesion/sqlserver=false",
-                           "Sesion/IDPerfil=1", "Sesion/IDUsuario=1", "Sesion/NombreUsuario=secretaria",
-                           "Sesion/IDCentro=7", "Sesion/NombreCentro=Colegio Peñalara, Sección Norte",
-                           "Sesion/idCursoEscolar=5",   // the latest year
-                           "Sesion/Activa=true", "Sesion/Accion=0", "Sesion/lngRowData=0", "Sesion/Pesetas=false",
-                           "Sesion/MTP=false", "Sesion/RutaIcono=app/modelo182.ico",
+              QStringList({"Sesion/rutaaplicacion=app",
+                           "Sesion/RutaBD=datos",
+                           "Sesion/sqlserver=false",
+                           "Sesion/IDPerfil=1",
+                           "Sesion/IDUsuario=1",
+                           "Sesion/NombreUsuario=secretaria",
+                           "Sesion/IDCentro=7",
+                           "Sesion/NombreCentro=Colegio Peñalara, Sección Norte",
+                           "Sesion/idCursoEscolar=5", // the latest year
+                           "Sesion/Activa=true",
+                           "Sesion/Accion=0",
+                           "Sesion/lngRowData=0",
+                           "Sesion/Pesetas=false",
+                           "Sesion/MTP=false",
+                           "Sesion/RutaIcono=app/modelo182.ico",
                            "Sesion/conexionAppEntrada=Provider=SQLite;Data Source=datos/entrada.db",
                            "Sesion/conexionlocalCENTRO=Provider=SQLite;Data Source=datos/centro.db",
                            "Sesion/conexionBORRADOlocalCENTRO=Provider=SQLite;Data Source=datos/borrado.db",
-                           "Modelo182/Locale=es_ES", "Modelo182/desarrollo=false", "Modelo182/NumeroJustificante=",
+                           "Modelo182/Locale=es_ES",
+                           "Modelo182/desarrollo=false",
+                           "Modelo182/NumeroJustificante=",
                            "Modelo182/Delegacion=Madrid; Centro",
                            "Modelo182/Domicilio=Calle del Pinar, 3 = sede \"principal\""}));
     const QString root = Path("instalación");
-    EXPECT_EQ(m_paths.modelo182ConnectionString, "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + root
+    EXPECT_EQ(m_paths.modelo182ConnectionString,
+              "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + root
                   + "/datos/Modelo182.mdb;Persist Security Info=False;Jet OLEDB:Database Password=zq417tev");
     EXPECT_TRUE(QFileInfo(root + "/app/Informes").isDir());
     EXPECT_FALSE(QFileInfo::exists(root + "/datos/perdido.db"));
@@ -110,12 +133,15 @@ TEST_F(InstallationTest, HostDatabasesHoldTheDescriptionBehindTheRecordedConnect
     EXPECT_EQ(Rows(*centro, "SELECT * FROM ALMFModelo182"), QStringList{"1|100|Pedro|García|Núñez|12345678Z|0"});
     EXPECT_EQ(Count(*OpenConnection(m_paths.modelo182ConnectionString, m_paths.root), "Provincias"), 52);
     auto year = OpenConnection(m_paths.Year(3)->connectionString, m_paths.root);
-    EXPECT_EQ(Rows(*year, DonorQuery(1), {"IDAlumno", "IDMiembroFamilia", "PrecioEuros", "DNI", "descripcion", "dato1", "dato3"}),
+    EXPECT_EQ(Rows(*year, DonorQuery(1),
+                   {"IDAlumno", "IDMiembroFamilia", "PrecioEuros", "DNI", "descripcion", "dato1", "dato3"}),
               QStringList({"1|NULL|30|NULL|NULL|-1|-1", "1|100|110|12345678Z|Madrid|-1|-1", "4|NULL|12.5|NULL|NULL|-1|-1",
                            "2|102|NULL|NULL|NULL|-1|0"}));
     // Payer roles are keyed apart from the members; an unknown province is added from 100 on; NULL and "" stay apart.
-    EXPECT_EQ(Rows(*year, "SELECT * FROM MiembroFamiliaPagador ORDER BY 1"), QStringList({"5001|100", "5002|102", "5003|999"}));
-    EXPECT_EQ(Rows(*year, "SELECT IDProvincia, descripcion FROM Provincia WHERE IDProvincia >= 100"), QStringList{"100|Barna"});
+    EXPECT_EQ(Rows(*year, "SELECT * FROM MiembroFamiliaPagador ORDER BY 1"),
+              QStringList({"5001|100", "5002|102", "5003|999"}));
+    EXPECT_EQ(Rows(*year, "SELECT IDProvincia, descripcion FROM Provincia WHERE IDProvincia >= 100"),
+              QStringList{"100|Barna"});
     EXPECT_EQ(Rows(*year, "SELECT DNI, codDireccion FROM MiembroFamilia WHERE IDMiembroFamilia IN (102, 104) ORDER BY 1"),
               QStringList({"NULL|NULL", "|2"}));
 }
@@ -165,7 +191,7 @@ TEST_F(DemoSchoolTest, IsTheSameOnEveryCallAndWithinItsRanges)
         int noPayer = 0;
         for (const EnrolmentDescription &e : year.enrolments) {
             noPayer += e.payer == 0;
-            EXPECT_TRUE(e.months[6] == 0 && e.months[7] == 0);   // no fees in July and August
+            EXPECT_TRUE(e.months[6] == 0 && e.months[7] == 0); // no fees in July and August
         }
         EXPECT_GE(noPayer, 3);
     }
@@ -177,7 +203,7 @@ TEST_F(DemoSchoolTest, IsTheSameOnEveryCallAndWithinItsRanges)
             ++valid, nie += QString("XYZ").contains(m.dni.at(0));
     }
     EXPECT_GT(valid, int(s_demo->years.first().members.size()) * 85 / 100);
-    EXPECT_LT(valid + missing, s_demo->years.first().members.size());   // some wrong ones
+    EXPECT_LT(valid + missing, s_demo->years.first().members.size()); // some wrong ones
     EXPECT_GE(nie, 3);
     EXPECT_GE(missing, 3);
     EXPECT_GE(noAddress, 3);
@@ -199,7 +225,10 @@ TEST_F(DemoSchoolTest, InstallationHoldsTheDescriptionWithProvincesKnownToTheDec
         EXPECT_GE(names.size(), 8);
         for (const QString &name : names)
             EXPECT_EQ(Rows(*modelo182, "SELECT CodigoProvincia FROM Provincias WHERE Provincia='"
-                                           + QString(name).replace("'", "''") + "'").size(), 1) << name;
+                                           + QString(name).replace("'", "''") + "'")
+                          .size(),
+                      1)
+                << name;
     }
     const Declarante d = ReadDeclarante(*OpenConnection(s_paths->Year(2)->connectionString, s_paths->root));
     EXPECT_EQ(QStringList({d.nombre, d.pcNombre, d.pcApellido1, d.pcApellido2, d.cif, d.rFiscal}).join('|'),

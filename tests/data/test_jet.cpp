@@ -41,7 +41,7 @@ TEST(JetCrossDatabaseCopy, CopiesTheTableInSpanishOrderFromAnAbsoluteOrRelativeF
     auto target = Connection::CreateSQLite(dir.filePath("Informes/CartaDonantes.mdb"), "Microsoft.Jet.OLEDB.4.0");
     const auto attached = [&] { return Rows(*target, "SELECT name FROM pragma_database_list"); };
     const QString copy = "SELECT [CartaDonantes].* INTO [CartaDonantes] FROM [" + source
-        + ";pwd=zq417tev].[CartaDonantes] ORDER BY Apellido1, Nombre";
+                         + ";pwd=zq417tev].[CartaDonantes] ORDER BY Apellido1, Nombre";
     QStringList seen;
     target->SetObserver([&](const Connection &, const QString &s) { seen << s; });
     EXPECT_EQ(target->Execute(copy).FieldCount(), 0);
@@ -49,8 +49,9 @@ TEST(JetCrossDatabaseCopy, CopiesTheTableInSpanishOrderFromAnAbsoluteOrRelativeF
     EXPECT_EQ(seen, QStringList{copy});
     EXPECT_EQ(target->RecordsAffected(), 5);
     EXPECT_EQ(target->Execute("SELECT * FROM CartaDonantes").FieldNames(), QStringList({"Apellido1", "Nombre", "Importe"}));
-    EXPECT_EQ(Rows(*target, "SELECT * FROM CartaDonantes"),   // the table's own row order, as the merge reads it
-              QStringList({"ALVAREZ|Eva| ", "Álvarez|Luis|1.230,50", "Nuñez|Alba|5,00", "Ñuñez|Rosa|10,00", "Ortiz|Ana|61,00"}));
+    EXPECT_EQ(Rows(*target, "SELECT * FROM CartaDonantes"), // the table's own row order, as the merge reads it
+              QStringList(
+                  {"ALVAREZ|Eva| ", "Álvarez|Luis|1.230,50", "Nuñez|Alba|5,00", "Ñuñez|Rosa|10,00", "Ortiz|Ana|61,00"}));
     EXPECT_EQ(attached(), QStringList{"main"});
     // The copy compares text as its source does: without case.
     EXPECT_EQ(Value(*target, "SELECT COUNT(*) FROM CartaDonantes WHERE Apellido1='álvarez' OR Nombre='ROSA'"), "2");

@@ -16,24 +16,35 @@ using SchemaTest = DataTest;
 
 TEST_F(SchemaTest, EachDatabaseHasItsTablesAndPositionalColumnOrdersAndIsCreatedTwiceWithoutLoss)
 {
-    const struct {
+    const struct
+    {
         const char *file;
         void (*create)(Connection &);
-        const char *insert;   // a row that creating again must keep
+        const char *insert; // a row that creating again must keep
         const char *tables;
-        QList<std::pair<const char *, const char *>> positional;   // tables written by "INSERT INTO T VALUES (...)"
+        QList<std::pair<const char *, const char *>> positional; // tables written by "INSERT INTO T VALUES (...)"
     } cases[] = {
-        {"entrada.db", Schema::CreateEntryDatabase, "INSERT INTO Centro (IDCentro, Nombre) VALUES (1, 'Colegio')",
-         "Centro CursoEscolar", {}},
-        {"centro.db", Schema::CreateSchoolDatabase, "INSERT INTO ComDed VALUES (1,2,3)",
+        {"entrada.db",
+         Schema::CreateEntryDatabase,
+         "INSERT INTO Centro (IDCentro, Nombre) VALUES (1, 'Colegio')",
+         "Centro CursoEscolar",
+         {}},
+        {"centro.db",
+         Schema::CreateSchoolDatabase,
+         "INSERT INTO ComDed VALUES (1,2,3)",
          "ALMFModelo182 ComDed CursoEscAct DatosModelo182",
-         {{"ALMFModelo182", "IDAL,IDMF,Nombre,AP1,AP2,NIF,Mostrar"}, {"ComDed", "IDComAut,IDDeduc,Valor"},
+         {{"ALMFModelo182", "IDAL,IDMF,Nombre,AP1,AP2,NIF,Mostrar"},
+          {"ComDed", "IDComAut,IDDeduc,Valor"},
           {"CursoEscAct", "IDCursoEscolar,Nombre,conBD,IDActividad,ActNom,Deduc,TipoDon,TipoDonDed,Meses,DeducComAut"},
           {"DatosModelo182", "IDAL,IDMF,IDCC,IDAct,Pago"}}},
         {"borrado.db", Schema::CreateDeletedRecordsDatabase, nullptr, "", {}},
-        {"curso.db", Schema::CreateYearDatabase, "INSERT INTO Actividad (IDActividad, Nombre) VALUES (1, 'Comedor')",
-         "Actividad Alumno Alumno_Actividad_Miembro Centro Direccion MiembroFamilia MiembroFamiliaPagador Provincia", {}},
-        {"Modelo182.mdb", Schema::CreateDeclarationDatabase,
+        {"curso.db",
+         Schema::CreateYearDatabase,
+         "INSERT INTO Actividad (IDActividad, Nombre) VALUES (1, 'Comedor')",
+         "Actividad Alumno Alumno_Actividad_Miembro Centro Direccion MiembroFamilia MiembroFamiliaPagador Provincia",
+         {}},
+        {"Modelo182.mdb",
+         Schema::CreateDeclarationDatabase,
          "INSERT INTO CartaDonantes VALUES ('A','B','C','D','1,00',' ',' ',' ',' ')",
          "CartaDonantes ComunidadesAutonomas ComunidadesAutonomas_Deducciones Declarantes Deducciones Donantes "
          "Provincias TipoDonativos TipoDonativos_Deducciones",
@@ -55,10 +66,12 @@ TEST_F(SchemaTest, EachDatabaseHasItsTablesAndPositionalColumnOrdersAndIsCreated
         EXPECT_EQ(Tables(*db).join(' '), c.tables);
         for (const auto &[table, columns] : c.positional)
             EXPECT_EQ(Rows(*db, QString("SELECT name FROM pragma_table_info('%1')").arg(table)).join(','), columns);
-        for (const QString &table : Tables(*db)) {   // every TEXT column compares with ES_CI
+        for (const QString &table : Tables(*db)) { // every TEXT column compares with ES_CI
             const QString sql = Value(*db, QString("SELECT sql FROM sqlite_master WHERE name='%1'").arg(table));
-            for (const QString &text : Rows(*db, QString("SELECT name FROM pragma_table_info('%1') WHERE type='TEXT'").arg(table)))
-                EXPECT_TRUE(sql.contains(QRegularExpression("\\b" + text + " TEXT COLLATE ES_CI\\b"))) << table << "." << text;
+            for (const QString &text :
+                 Rows(*db, QString("SELECT name FROM pragma_table_info('%1') WHERE type='TEXT'").arg(table)))
+                EXPECT_TRUE(sql.contains(QRegularExpression("\\b" + text + " TEXT COLLATE ES_CI\\b")))
+                    << table << "." << text;
         }
     }
 }
@@ -112,8 +125,11 @@ TEST_F(DeclarationDatabase, CatalogueRowsSurviveASecondCreation)
 {
     m_db->Execute("INSERT INTO ComunidadesAutonomas (comunidadautonoma,codigocomunidadautonoma) VALUES ('Nueva','99')");
     Schema::CreateDeclarationDatabase(*m_db);
-    EXPECT_EQ(QString("%1 %2 %3 %4").arg(Count(*m_db, "ComunidadesAutonomas")).arg(Count(*m_db, "Provincias"))
-                  .arg(Count(*m_db, "TipoDonativos_Deducciones")).arg(Count(*m_db, "ComunidadesAutonomas_Deducciones")),
+    EXPECT_EQ(QString("%1 %2 %3 %4")
+                  .arg(Count(*m_db, "ComunidadesAutonomas"))
+                  .arg(Count(*m_db, "Provincias"))
+                  .arg(Count(*m_db, "TipoDonativos_Deducciones"))
+                  .arg(Count(*m_db, "ComunidadesAutonomas_Deducciones")),
               "20 52 11 14");
     EXPECT_EQ(Rows(*m_db, "SELECT * FROM TipoDonativos"),
               QStringList({"1|Donativo|A", "2|Cuota de socio|A", "3|Actividad prioritaria de mecenazgo|B"}));
@@ -143,9 +159,13 @@ TEST_F(DeclarationDatabase, EveryProvinceLeadsToItsCommunityAndItsDeclarationCod
     const QString join = "FROM Provincias INNER JOIN ComunidadesAutonomas ON Provincias.codComunidadAutonoma="
                          "ComunidadesAutonomas.IDComunidadAutonoma";
     EXPECT_EQ(Rows(*m_db, "SELECT CodigoProvincia || ' ' || Provincia || ' ' || CodigoComunidadAutonoma " + join
-                              + " ORDER BY CodigoProvincia").join(", "), provinces);
+                              + " ORDER BY CodigoProvincia")
+                  .join(", "),
+              provinces);
     EXPECT_EQ(Rows(*m_db, "SELECT CodigoComunidadAutonoma || ' ' || ComunidadAutonoma FROM ComunidadesAutonomas ORDER BY "
-                          "CodigoComunidadAutonoma, ComunidadAutonoma").join(", "), communities);
+                          "CodigoComunidadAutonoma, ComunidadAutonoma")
+                  .join(", "),
+              communities);
     // The declaration's lookup by name, whatever the case of the name.
     EXPECT_EQ(Rows(*m_db, "SELECT CodigoProvincia, ComunidadAutonoma " + join + " WHERE Provincia='ÁVILA'"),
               QStringList{"05|Castilla y León"});

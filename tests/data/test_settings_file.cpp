@@ -11,8 +11,8 @@ namespace {
 
 struct HandWritten
 {
-    const char *written;    // what follows "k=" in the file
-    const char *expected;   // the value read back
+    const char *written;  // what follows "k=" in the file
+    const char *expected; // the value read back
 };
 
 // Expected values worked out from the file's rules by hand.
@@ -130,8 +130,8 @@ TEST_F(SettingsFileTest, WrittenValuesReadBackIdenticallyAndQuotesOnlyWhenNeeded
 TEST_F(SettingsFileTest, LookupsGiveTheLastValueAndTellEmptyFromAbsent)
 {
     const SettingsFile file = SettingsFile::Parse("k=1\n[S]\nk=1\nvacío=\nk=2\n[T]\n[S]\nk=3\n");
-    EXPECT_EQ(file.Value("", "k"), "1");    // before any section
-    EXPECT_EQ(file.Value("S", "k"), "3");   // a repeated section continues the first
+    EXPECT_EQ(file.Value("", "k"), "1");  // before any section
+    EXPECT_EQ(file.Value("S", "k"), "3"); // a repeated section continues the first
     EXPECT_EQ(file.Section("S")->entries.size(), 4);
     EXPECT_TRUE(file.Value("S", "vacío").isEmpty() && !file.Value("S", "vacío").isNull());
     EXPECT_TRUE(file.Value("S", "nada").isNull());
@@ -154,7 +154,8 @@ TEST_F(SettingsFileTest, MalformedLinesAreRefusedWithTheirNumber)
         {"[Sesion\nk=1\n", 1, notALine.arg("1", "[Sesion")},
         {"[Sesion];comentario pegado\n", 1, notALine.arg("1", "[Sesion];comentario pegado")},
         {"\r\n; c\r\n[Sesion]\r\n  =valor\r\n", 4, notALine.arg("4", "  =valor")},
-        {"[S]\nk=1\nk=\"abierto\n", 3, "En la línea 3 falta la comilla que cierra el valor de «k». Añádala al final del valor."},
+        {"[S]\nk=1\nk=\"abierto\n", 3,
+         "En la línea 3 falta la comilla que cierra el valor de «k». Añádala al final del valor."},
         {"[S]\nk=\"a\" b\n", 2,
          "En la línea 2 hay texto tras la comilla que cierra el valor de «k». Ponga todo el valor entre las comillas."},
         {"[S]\nk=\"a\";b\n", 2,
@@ -179,7 +180,7 @@ TEST_F(SettingsFileTest, MalformedLinesAreRefusedWithTheirNumber)
         EXPECT_EQ(error.Message(), "Fichero «" + path + "». " + notALine.arg("3", "%1"));
     }
     try {
-        SettingsFile::Read(WriteBytes("[S]\nk=Jos\xe9\n"));   // Latin-1, not UTF-8
+        SettingsFile::Read(WriteBytes("[S]\nk=Jos\xe9\n")); // Latin-1, not UTF-8
         ADD_FAILURE() << "accepted";
     } catch (const SettingsFileError &error) {
         EXPECT_EQ(error.Message(), "El fichero «" + path + "» no está en UTF-8. Guárdelo con esa codificación.");

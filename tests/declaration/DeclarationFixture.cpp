@@ -58,8 +58,7 @@ QList<QStringList> DeclarationFixture::Snapshot()
 }
 
 void DeclarationFixture::AddPayer(int member, const QString &surname1, const QString &surname2, const QString &name,
-                                  const QString &dni, const QString &province, int student,
-                                  const QString &studentSurname)
+                                  const QString &dni, const QString &province, int student, const QString &studentSurname)
 {
     YearDescription &year = description.years[1];
     year.members.append({member, surname1, surname2, name, member, dni,

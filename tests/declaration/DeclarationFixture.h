@@ -29,8 +29,8 @@ protected:
     QString CartaDonantesFile() const { return paths.informes + QStringLiteral("/CartaDonantes.mdb"); }
 
     // A member of year 2024-2025 paying Comedor for a new student.
-    void AddPayer(int member, const QString &surname1, const QString &surname2, const QString &name,
-                  const QString &dni, const QString &province, int student, const QString &studentSurname);
+    void AddPayer(int member, const QString &surname1, const QString &surname2, const QString &name, const QString &dni,
+                  const QString &province, int student, const QString &studentSurname);
 
     QDate today = QDate(2026, 3, 15);
 

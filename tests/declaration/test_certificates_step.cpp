@@ -17,12 +17,9 @@ TEST(CertificateFormat, EngineTypeAndTemplateFollowTheOfficeVersion)
         QString plantilla;
     };
     const QList<Case> cases = {
-        {"Versión 97", 4, "Certificado de Donaciones97.doc"},
-        {"Versión 2000", 5, "Certificado de Donaciones2000.doc"},
-        {"Versión XP", 5, "Certificado de Donaciones2000.doc"},
-        {"", 4, "Certificado de Donaciones97.doc"},
-        {"Versión 2003", 4, "Certificado de Donaciones97.doc"},
-        {"versión xp", 4, "Certificado de Donaciones97.doc"},
+        {"Versión 97", 4, "Certificado de Donaciones97.doc"},   {"Versión 2000", 5, "Certificado de Donaciones2000.doc"},
+        {"Versión XP", 5, "Certificado de Donaciones2000.doc"}, {"", 4, "Certificado de Donaciones97.doc"},
+        {"Versión 2003", 4, "Certificado de Donaciones97.doc"}, {"versión xp", 4, "Certificado de Donaciones97.doc"},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.version.toStdString());
@@ -34,8 +31,8 @@ TEST(CertificateFormat, EngineTypeAndTemplateFollowTheOfficeVersion)
 
 TEST(DeclarationCodes, PercentagesAreHundredthsInFiveDigits)
 {
-    const QList<QPair<double, QString>> cases = {
-        {25, "02500"}, {12.5, "01250"}, {0, "00000"}, {80, "08000"}, {37.5, "03750"}, {100, "10000"}};
+    const QList<QPair<double, QString>> cases = {{25, "02500"}, {12.5, "01250"}, {0, "00000"},
+                                                 {80, "08000"}, {37.5, "03750"}, {100, "10000"}};
     for (const auto &c : cases)
         EXPECT_EQ(EncodePercentage(c.first), c.second) << c.first;
 }
@@ -133,8 +130,8 @@ TEST_F(CertificatesStep, TheAeatFileIsWhatTheGeneratorWritesFromTheTables)
     declaration.Open();
     bool generado = false;
     NoProgress progress;
-    cModelo182(options).GenerarModelo182(declaration, generado, false, paths.rutaAplicacion, "", "", 0, {}, true, {},
-                                         false, false, {}, 0, {}, "", progress);
+    cModelo182(options).GenerarModelo182(declaration, generado, false, paths.rutaAplicacion, "", "", 0, {}, true, {}, false,
+                                         false, {}, 0, {}, "", progress);
     ASSERT_TRUE(generado);
     QFile a(written), b(options.outputFile);
     ASSERT_TRUE(a.open(QIODevice::ReadOnly));

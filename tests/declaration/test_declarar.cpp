@@ -58,10 +58,10 @@ TEST_F(Declarar, TheDemoInstallationDeclaresAsItStands)
     EXPECT_TRUE(run.out.contains("Donantes con certificado: "));
     EXPECT_TRUE(run.out.contains("Registros de donantes: "));
     EXPECT_TRUE(run.out.contains("Importe total: "));
-    EXPECT_TRUE(run.out.contains("Generación: "));   // progress on the terminal
+    EXPECT_TRUE(run.out.contains("Generación: ")); // progress on the terminal
     const QString ejercicio = QString::number(QDate::currentDate().year() - 1);
-    for (const QString &file : {"Modelo182_" + ejercicio + ".txt", QString("CartaDonantes.mdb"),
-                                QString("Certificados de Donaciones.docx")}) {
+    for (const QString &file :
+         {"Modelo182_" + ejercicio + ".txt", QString("CartaDonantes.mdb"), QString("Certificados de Donaciones.docx")}) {
         EXPECT_TRUE(run.out.contains(file)) << file.toStdString();
         EXPECT_TRUE(QFileInfo::exists(informes + file)) << file.toStdString();
     }

@@ -58,17 +58,17 @@ TEST_F(DeclarationStep, WritesTheDeclarantTheDonorAndItsLetter)
         "SELECT ejercicio,nombre,nif,pcnombre,pcapellido1,pcapellido2,pctelefono,regimenfiscal,delegacion,domicilio "
         "FROM Declarantes"));
     ASSERT_EQ(Count(declarants), 1);
-    EXPECT_EQ(declarants[0], (QStringList{"2025", "COLEGIO SAN PRUEBA", "A58818501", "ANA", "MARÍA", "LÓPEZ",
-                                          "915550000", "1", "", ""}));
+    EXPECT_EQ(declarants[0],
+              (QStringList{"2025", "COLEGIO SAN PRUEBA", "A58818501", "ANA", "MARÍA", "LÓPEZ", "915550000", "1", "", ""}));
     // Ten school months of 95.00, Madrid (28), 25 % written as 02500.
     const auto donors = Declaration(kDonantes);
     ASSERT_EQ(Count(donors), 1);
-    EXPECT_EQ(donors[0], (QStringList{"Juan", "García", "Pérez", "12345678Z", "", "28", "A", "02500", "950,00", "",
-                                      "00", "00000", "F"}));
+    EXPECT_EQ(donors[0], (QStringList{"Juan", "García", "Pérez", "12345678Z", "", "28", "A", "02500", "950,00", "", "00",
+                                      "00000", "F"}));
     const auto letters = Rows(CartaDonantesFile(), QStringLiteral("SELECT * FROM CartaDonantes"));
     ASSERT_EQ(Count(letters), 1);
-    EXPECT_EQ(letters[0], (QStringList{"García", "Pérez", "Juan", "12345678Z", "950,00", "Madrid", "Calle Mayor 1",
-                                       "28001", "Madrid"}));
+    EXPECT_EQ(letters[0],
+              (QStringList{"García", "Pérez", "Juan", "12345678Z", "950,00", "Madrid", "Calle Mayor 1", "28001", "Madrid"}));
     EXPECT_FALSE(form.fraAlumnos.Visible());
     // The generator's summary reaches the person.
     ASSERT_EQ(ui.Messages().size(), 1);
@@ -143,13 +143,13 @@ TEST_F(DeclarationStep, RegionalDeductionOnlyWithTheCommunityBoxTicked)
     const QString query = "SELECT nif, codigoprovincia, ComunidadAut, DeduccionCAut FROM Donantes ORDER BY nif";
     Deductions().chkComunidad.SetValue(0);
     form.cmdAceptar.Press();
-    EXPECT_EQ(Declaration(query), (QList<QStringList>{{"11111111H", "00", "00", "00000"},
-                                                      {"12345678Z", "28", "00", "00000"}}));
+    EXPECT_EQ(Declaration(query),
+              (QList<QStringList>{{"11111111H", "00", "00", "00000"}, {"12345678Z", "28", "00", "00000"}}));
     Deductions().chkComunidad.SetValue(1);
     form.cmdAceptar.Press();
     // A province Provincias does not know keeps every code at zero.
-    EXPECT_EQ(Declaration(query), (QList<QStringList>{{"11111111H", "00", "00", "00000"},
-                                                      {"12345678Z", "28", "12", "01500"}}));
+    EXPECT_EQ(Declaration(query),
+              (QList<QStringList>{{"11111111H", "00", "00", "00000"}, {"12345678Z", "28", "12", "01500"}}));
 }
 
 TEST_F(DeclarationStep, ACommunityTheDeductionStepDoesNotHoldHasNoRegionalDeduction)
@@ -252,7 +252,7 @@ TEST_F(DeclarationStep, AFailureAtAnyStatementLeavesThePreviousDeclarationWhole)
         form.cmdAceptar.Press();
         const QString failed = failing.Failed();
         const bool inTransaction = failed.startsWith("DELETE") || failed.startsWith("INSERT")
-            || failed.startsWith("SELECT MAX") || failed.startsWith("SELECT CodigoProvincia");
+                                   || failed.startsWith("SELECT MAX") || failed.startsWith("SELECT CodigoProvincia");
         if (!inTransaction)
             break;
         ++tried;
@@ -293,6 +293,6 @@ TEST_F(DeclarationStep, TextsAreCutPaddedAndQuotedAsTheTablesWant)
     const auto donor = Declaration("SELECT nombre, apellido1, apellido2 FROM Donantes WHERE nif='11111111H'");
     EXPECT_EQ(donor, (QList<QStringList>{{"M. Ángeles Geli", "D'Souza Fernández-Ll", "Peña"}}));
     const auto letter = Declaration("SELECT Nombre, Apellido1, Direccion FROM CartaDonantes WHERE NIF='11111111H'");
-    EXPECT_EQ(letter, (QList<QStringList>{{"Mª Ángeles (Geli)", "D'Souza Fernández-Llorente",
-                                           "Calle D'Souza Fernández-Llorente 3"}}));
+    EXPECT_EQ(letter, (QList<QStringList>{
+                          {"Mª Ángeles (Geli)", "D'Souza Fernández-Llorente", "Calle D'Souza Fernández-Llorente 3"}}));
 }

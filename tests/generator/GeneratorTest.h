@@ -18,8 +18,14 @@
 #include <memory>
 #include <ostream>
 
-inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
-inline void PrintTo(const QByteArray &bytes, std::ostream *out) { *out << '"' << bytes.toStdString() << '"'; }
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QByteArray &bytes, std::ostream *out)
+{
+    *out << '"' << bytes.toStdString() << '"';
+}
 
 // An expected record written from the tax agency's table, independently of
 // the generator: every field placed by position and length.
@@ -61,9 +67,9 @@ inline int FirstDifference(const QByteArray &actual, const QByteArray &expected)
     return 0;
 }
 
-#define EXPECT_RECORD(actual, expected)                                                                  \
-    EXPECT_EQ(FirstDifference((actual), (expected)), 0) << "actual:   [" << (actual).toStdString() << "]\n" \
-                                                         << "expected: [" << (expected).toStdString() << "]"
+#define EXPECT_RECORD(actual, expected)                                                                                     \
+    EXPECT_EQ(FirstDifference((actual), (expected)), 0) << "actual:   [" << (actual).toStdString() << "]\n"                 \
+                                                        << "expected: [" << (expected).toStdString() << "]"
 
 class GeneratorTest : public ::testing::Test
 {

@@ -85,7 +85,11 @@ TEST_F(GeneratorTest, WritesEveryOptionalDonorFieldInItsPlace)
 
     ExpectedRecord expected;
     expected.Number(1, 1, "2").Number(2, 3, "182").Number(5, 4, "2024").Text(9, 9, "A58818501");
-    expected.Text(18, 9, "87654321X").Text(27, 9, "00000000T").Text(36, 40, "SAEZ OLA\xD1""ETA I\xD1IGO");
+    expected.Text(18, 9, "87654321X")
+        .Text(27, 9, "00000000T")
+        .Text(36, 40,
+              "SAEZ OLA\xD1"
+              "ETA I\xD1IGO");
     expected.Number(76, 2, "28").Text(78, 1, "B").Number(79, 5, "3750").Number(84, 13, "1200001");
     expected.Text(97, 1, "X").Number(98, 2, "12").Number(100, 5, "1000").Text(105, 1, "J");
     expected.Number(107, 4, "0").Number(132, 1, "2");
@@ -97,24 +101,50 @@ TEST_F(GeneratorTest, WritesEveryOptionalDonorFieldInItsPlace)
 
 TEST_F(GeneratorTest, SumsADonorsRowsPerPercentageAndKeepsTheTotalsConsistent)
 {
-    struct Row { const char *nif; const char *deduccion; const char *deduccionCAut; const char *importe; };
-    struct Record { QByteArray nif; QByteArray deduction; QByteArray regional; qint64 cents; };
-    struct Case { const char *name; QList<Row> rows; QList<Record> records; };
+    struct Row
+    {
+        const char *nif;
+        const char *deduccion;
+        const char *deduccionCAut;
+        const char *importe;
+    };
+    struct Record
+    {
+        QByteArray nif;
+        QByteArray deduction;
+        QByteArray regional;
+        qint64 cents;
+    };
+    struct Case
+    {
+        const char *name;
+        QList<Row> rows;
+        QList<Record> records;
+    };
     const QList<Case> cases = {
-        {"same percentage, one record", {{"12345678Z", "08000", "02500", "100,00"}, {"12345678Z", "08000", "02500", "50,50"}},
+        {"same percentage, one record",
+         {{"12345678Z", "08000", "02500", "100,00"}, {"12345678Z", "08000", "02500", "50,50"}},
          {{"12345678Z", "08000", "02500", 15050}}},
-        {"two percentages, two records", {{"12345678Z", "08000", "02500", "150,00"}, {"12345678Z", "04000", "02500", "1.000,00"}},
+        {"two percentages, two records",
+         {{"12345678Z", "08000", "02500", "150,00"}, {"12345678Z", "04000", "02500", "1.000,00"}},
          {{"12345678Z", "04000", "02500", 100000}, {"12345678Z", "08000", "02500", 15000}}},
-        {"rows of two donors interleaved", {{"22222222J", "08000", "02500", "10,00"}, {"11111111H", "08000", "02500", "20,00"},
-                                            {"22222222J", "08000", "02500", "30,00"}},
+        {"rows of two donors interleaved",
+         {{"22222222J", "08000", "02500", "10,00"},
+          {"11111111H", "08000", "02500", "20,00"},
+          {"22222222J", "08000", "02500", "30,00"}},
          {{"11111111H", "08000", "02500", 2000}, {"22222222J", "08000", "02500", 4000}}},
-        {"another regional percentage, another record", {{"12345678Z", "08000", "02500", "10,00"}, {"12345678Z", "08000", "01500", "5,00"}},
+        {"another regional percentage, another record",
+         {{"12345678Z", "08000", "02500", "10,00"}, {"12345678Z", "08000", "01500", "5,00"}},
          {{"12345678Z", "08000", "01500", 500}, {"12345678Z", "08000", "02500", 1000}}},
-        {"one identifier written four ways, another donor between", {{"12345678Z", "08000", "02500", "1,00"}, {"12345678z", "08000", "02500", "2,00"},
-                                               {" 12345678-Z", "08000", "02500", "3,00"}, {"11111111H", "08000", "02500", "0,50"},
-                                               {"\t12345678Z\n", "08000", "02500", "4,00"}},
+        {"one identifier written four ways, another donor between",
+         {{"12345678Z", "08000", "02500", "1,00"},
+          {"12345678z", "08000", "02500", "2,00"},
+          {" 12345678-Z", "08000", "02500", "3,00"},
+          {"11111111H", "08000", "02500", "0,50"},
+          {"\t12345678Z\n", "08000", "02500", "4,00"}},
          {{"11111111H", "08000", "02500", 50}, {"12345678Z", "08000", "02500", 1000}}},
-        {"a zero amount gives no record", {{"12345678Z", "08000", "02500", "0,00"}, {"11111111H", "08000", "02500", "0,01"}},
+        {"a zero amount gives no record",
+         {{"12345678Z", "08000", "02500", "0,00"}, {"11111111H", "08000", "02500", "0,01"}},
          {{"11111111H", "08000", "02500", 1}}},
     };
     for (const Case &c : cases) {
@@ -149,7 +179,12 @@ TEST_F(GeneratorTest, SumsADonorsRowsPerPercentageAndKeepsTheTotalsConsistent)
 
 TEST_F(GeneratorTest, ReadsAmountsInTheLocaleTheWizardFormattedThemWith)
 {
-    struct Case { QLocale locale; const char *importe; QByteArray field; };
+    struct Case
+    {
+        QLocale locale;
+        const char *importe;
+        QByteArray field;
+    };
     const QList<Case> cases = {
         {QLocale(QLocale::Spanish, QLocale::Spain), "1.234,50", "0000000123450"},
         {QLocale(QLocale::English, QLocale::UnitedStates), "1,234.50", "0000000123450"},
@@ -174,10 +209,19 @@ TEST_F(GeneratorTest, ReadsAmountsInTheLocaleTheWizardFormattedThemWith)
 
 TEST_F(GeneratorTest, WritesNamesUpperCaseWithoutAccentsKeepingEnyeAndCedilla)
 {
-    struct Case { const char *surname1; const char *surname2; const char *name; QByteArray field; };
+    struct Case
+    {
+        const char *surname1;
+        const char *surname2;
+        const char *name;
+        QByteArray field;
+    };
     const QList<Case> cases = {
         {"Muñoz", "Pérez", "José", "MU\xD1OZ PEREZ JOSE"},
-        {"Çelik", "Núñez", "Zoë", "\xC7""ELIK NU\xD1""EZ ZOE"},
+        {"Çelik", "Núñez", "Zoë",
+         "\xC7"
+         "ELIK NU\xD1"
+         "EZ ZOE"},
         {"D'Souza", "", "Ana-María", "D'SOUZA ANA-MARIA"},
         {"García", "-", "Joan", "GARCIA JOAN"},
         {"López #1", "Ruiz", "Pau (hijo)", "LOPEZ  1 RUIZ PAU (HIJO)"},
@@ -201,8 +245,19 @@ TEST_F(GeneratorTest, WritesNamesUpperCaseWithoutAccentsKeepingEnyeAndCedilla)
 
 TEST_F(GeneratorTest, WritesPercentagesProvinceAndInKindMarkInTheirFields)
 {
-    struct Case { const char *deduccion; const char *provincia; const char *comunidad; const char *regional;
-                  const char *especie; QByteArray p79; QByteArray p76; QByteArray p97; QByteArray p98; QByteArray p100; };
+    struct Case
+    {
+        const char *deduccion;
+        const char *provincia;
+        const char *comunidad;
+        const char *regional;
+        const char *especie;
+        QByteArray p79;
+        QByteArray p76;
+        QByteArray p97;
+        QByteArray p98;
+        QByteArray p100;
+    };
     const QList<Case> cases = {
         {"02500", "08", "09", "02500", "", "02500", "08", " ", "09", "02500"},
         {"03750", "8", "09", "01000", "", "03750", "08", " ", "09", "01000"},
@@ -250,7 +305,11 @@ TEST_F(GeneratorTest, WithoutDeclarationIdWritesZerosAndWarns)
 
 TEST_F(GeneratorTest, MarksComplementaryAndSubstitutiveDeclarations)
 {
-    struct Case { Modelo182Options::Tipo tipo; QByteArray p121to135; };
+    struct Case
+    {
+        Modelo182Options::Tipo tipo;
+        QByteArray p121to135;
+    };
     const QList<Case> cases = {
         {Modelo182Options::Tipo::Normal, "  0000000000000"},
         {Modelo182Options::Tipo::Complementaria, "C 1829999999999"},
@@ -285,7 +344,11 @@ TEST_F(GeneratorTest, TakesTelephoneDigitsAndContactNameFromTheDeclarant)
     ExpectedRecord expected;
     expected.Number(1, 1, "1").Number(2, 3, "182").Number(5, 4, "2024").Text(9, 9, "A58818501");
     expected.Text(18, 40, "ESCOLA PIA DE CATALUNYA, FUNDACIO PRIVAD").Text(58, 1, "T").Number(59, 9, "934567890");
-    expected.Text(68, 40, "IBA\xD1""EZ MARIA JOSE").Number(108, 13, "1821234567890");
+    expected
+        .Text(68, 40,
+              "IBA\xD1"
+              "EZ MARIA JOSE")
+        .Number(108, 13, "1821234567890");
     expected.Number(123, 13, "0").Number(136, 9, "0").Number(145, 15, "0").Number(160, 1, "2");
     EXPECT_RECORD(records[0], expected.Bytes());
     EXPECT_EQ(result.avisos, QStringList{"La declaración no tiene ningún donante."});

@@ -6,12 +6,19 @@
 
 TEST(AeatFields, AlphanumericFieldsAreUpperCasePlainAndPadded)
 {
-    struct Case { const char *text; int width; QByteArray latin1; };
+    struct Case
+    {
+        const char *text;
+        int width;
+        QByteArray latin1;
+    };
     const QList<Case> cases = {
         {"José", 6, "JOSE  "},
         {"muñoz", 5, "MU\xD1OZ"},
         {"Garçon", 6, "GAR\xC7ON"},
-        {"  Àngel Üñez  ", 12, "ANGEL U\xD1""EZ "},
+        {"  Àngel Üñez  ", 12,
+         "ANGEL U\xD1"
+         "EZ "},
         {"A&B, S.L. (c/ Nou: 3; 4_5) \\x", 30, "A&B, S.L. (C/ NOU: 3; 4_5) \\X"},
         {"Ana@correo #1 · €", 17, "ANA CORREO  1"},
         {"L'Hospitalet", 4, "L'HO"},
@@ -28,7 +35,7 @@ TEST(AeatFields, NumericNifAndDigitFieldsAreRightJustifiedWithZeros)
 {
     EXPECT_EQ(Aeat::NumericField(123450, 13), "0000000123450");
     EXPECT_EQ(Aeat::NumericField(0, 5), "00000");
-    EXPECT_EQ(Aeat::NumericField(100000, 5), "");   // does not fit
+    EXPECT_EQ(Aeat::NumericField(100000, 5), ""); // does not fit
     EXPECT_EQ(Aeat::NumericField(-1, 5), "");
     EXPECT_EQ(Aeat::NifField("1234567L"), "01234567L");
     EXPECT_EQ(Aeat::NifField(" x-1234567-l "), "X1234567L");
@@ -59,19 +66,20 @@ TEST(AeatFields, AmountsAreReadInWholeCentsInEitherConvention)
 {
     const QLocale es(QLocale::Spanish, QLocale::Spain);
     const QLocale us(QLocale::English, QLocale::UnitedStates);
-    struct Case { const char *text; QLocale locale; bool ok; qint64 cents; };
+    struct Case
+    {
+        const char *text;
+        QLocale locale;
+        bool ok;
+        qint64 cents;
+    };
     const QList<Case> cases = {
-        {"1.234,50", es, true, 123450},
-        {"1,234.50", us, true, 123450},
-        {"1,234.50", es, true, 123450},   // the other convention still reads
-        {"1.234,50", us, true, 123450},
-        {"12.345.678.901,23", es, true, 1234567890123},
-        {"0,07", es, true, 7},
-        {"12,5", es, true, 1250},
-        {" 7,00 ", es, true, 700},
-        {"-3,25", es, true, -325},
-        {"12,x5", es, false, 0},
-        {"", es, false, 0},
+        {"1.234,50", es, true, 123450}, {"1,234.50", us, true, 123450},
+        {"1,234.50", es, true, 123450}, // the other convention still reads
+        {"1.234,50", us, true, 123450}, {"12.345.678.901,23", es, true, 1234567890123},
+        {"0,07", es, true, 7},          {"12,5", es, true, 1250},
+        {" 7,00 ", es, true, 700},      {"-3,25", es, true, -325},
+        {"12,x5", es, false, 0},        {"", es, false, 0},
         {"1.234,50 €", es, false, 0},
     };
     for (const Case &c : cases) {

@@ -41,10 +41,9 @@ TEST_F(GeneratorTest, ComponentWritesIntoTheApplicationsReportsFolderAndSetsTheF
     bool generado = false;
     RecordedProgress progress;
 
-    const Modelo182Result result =
-        generator.GenerarModelo182(*db, generado, false, Path("app"), QStringLiteral("a"), QStringLiteral("b"), 0,
-                                   QVariant(), true, QVariant(), false, false, QVariant(), 0, QVariant(),
-                                   QString(), progress);
+    const Modelo182Result result = generator.GenerarModelo182(*db, generado, false, Path("app"), QStringLiteral("a"),
+                                                              QStringLiteral("b"), 0, QVariant(), true, QVariant(), false,
+                                                              false, QVariant(), 0, QVariant(), QString(), progress);
 
     EXPECT_TRUE(generado);
     EXPECT_EQ(result.fichero, QDir(Path("app/Informes")).filePath("Modelo182_2024.txt"));
@@ -57,12 +56,12 @@ TEST_F(GeneratorTest, ComponentWritesIntoTheApplicationsReportsFolderAndSetsTheF
     ASSERT_EQ(records.size(), 3);
     EXPECT_EQ(records[1].mid(83, 13), "0000000150000");
     EXPECT_EQ(records[2].mid(83, 13), "0000000150000");
-    EXPECT_EQ(result.Resumen(QLocale(QLocale::Spanish, QLocale::Spain)),
-              "Modelo 182 del ejercicio 2024\n"
-              "Declarante: COLEGIO SANT JORDI (NIF A58818501)\n"
-              "Registros de donantes: 2\n"
-              "Importe total: 3.000,00 €\n"
-              "Fichero: " + result.fichero);
+    EXPECT_EQ(result.Resumen(QLocale(QLocale::Spanish, QLocale::Spain)), "Modelo 182 del ejercicio 2024\n"
+                                                                         "Declarante: COLEGIO SANT JORDI (NIF A58818501)\n"
+                                                                         "Registros de donantes: 2\n"
+                                                                         "Importe total: 3.000,00 €\n"
+                                                                         "Fichero: "
+                                                                             + result.fichero);
 }
 
 TEST_F(GeneratorTest, ComponentRefusalLeavesTheFlagDown)
@@ -73,9 +72,9 @@ TEST_F(GeneratorTest, ComponentRefusalLeavesTheFlagDown)
     bool generado = true;
     RecordedProgress progress;
 
-    const Modelo182Result result =
-        generator.GenerarModelo182(*db, generado, false, Path("app"), QString(), QString(), 0, QVariant(), true,
-                                   QVariant(), false, false, QVariant(), 0, QVariant(), QString(), progress);
+    const Modelo182Result result = generator.GenerarModelo182(*db, generado, false, Path("app"), QString(), QString(), 0,
+                                                              QVariant(), true, QVariant(), false, false, QVariant(), 0,
+                                                              QVariant(), QString(), progress);
 
     EXPECT_FALSE(generado);
     EXPECT_EQ(result.rechazos.size(), 1);

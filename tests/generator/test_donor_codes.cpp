@@ -11,10 +11,10 @@ struct CodeCase
     const char *tipoPersona;
     const char *especie;
     const char *deduccion;
-    QByteArray p78;    // key
-    QByteArray p105;   // nature of the donor
-    QByteArray p97;    // in kind
-    QByteArray p79;    // deduction percentage
+    QByteArray p78;  // key
+    QByteArray p105; // nature of the donor
+    QByteArray p97;  // in kind
+    QByteArray p79;  // deduction percentage
 };
 
 DonorValues Pau(const CodeCase &c)
@@ -71,10 +71,14 @@ TEST_F(GeneratorTest, CodesOfMoreThanOneLetterOrOutOfRangeAreRefused)
     const QString donor = QStringLiteral(" del donante Garcia Vidal Pau");
     const QString retry = QStringLiteral(" y vuelva a generar la declaración.");
     const QList<Refusal> cases = {
-        {{"AB", "F", "", "08000", {}, {}, {}, {}}, "La clave «AB»" + donor + " no es válida: debe ser una letra de la A a la G; corríjala" + retry},
-        {{"h", "F", "", "08000", {}, {}, {}, {}}, "La clave «h»" + donor + " no es válida: debe ser una letra de la A a la G; corríjala" + retry},
-        {{"A", "FJ", "", "08000", {}, {}, {}, {}}, "El tipo de persona «FJ»" + donor + " no es válido: debe ser F, J o E; corríjalo" + retry},
-        {{"A", "x", "", "08000", {}, {}, {}, {}}, "El tipo de persona «x»" + donor + " no es válido: debe ser F, J o E; corríjalo" + retry},
+        {{"AB", "F", "", "08000", {}, {}, {}, {}},
+         "La clave «AB»" + donor + " no es válida: debe ser una letra de la A a la G; corríjala" + retry},
+        {{"h", "F", "", "08000", {}, {}, {}, {}},
+         "La clave «h»" + donor + " no es válida: debe ser una letra de la A a la G; corríjala" + retry},
+        {{"A", "FJ", "", "08000", {}, {}, {}, {}},
+         "El tipo de persona «FJ»" + donor + " no es válido: debe ser F, J o E; corríjalo" + retry},
+        {{"A", "x", "", "08000", {}, {}, {}, {}},
+         "El tipo de persona «x»" + donor + " no es válido: debe ser F, J o E; corríjalo" + retry},
         {{"A", "F", "", "080000", {}, {}, {}, {}},
          "El porcentaje de deducción «080000»" + donor + " no es válido: revise la deducción de sus actividades" + retry},
         {{"A", "F", "", "80,00", {}, {}, {}, {}},

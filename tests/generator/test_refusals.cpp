@@ -38,22 +38,34 @@ TEST_F(GeneratorTest, RefusesWithEveryProblemAndLeavesThePreviousFileUntouched)
     badNif.nif = QStringLiteral("B1234567X");
     const QString retry = QStringLiteral(" y vuelva a generar la declaración.");
     const QList<Case> cases = {
-        {"two invalid NIFs and a good one", DeclarantValues(),
+        {"two invalid NIFs and a good one",
+         DeclarantValues(),
          {Donor("12345678A", "10,00"), Donor("11111111H", "10,00"), Donor("2222222J", "5,00", "Muñoz")},
          "1821234567890",
          {"El NIF «12345678A» del donante García Vidal Pau no es válido: corríjalo en la columna DNI del asistente" + retry,
           "El NIF «2222222J» del donante Muñoz Vidal Pau no es válido: corríjalo en la columna DNI del asistente" + retry}},
-        {"an amount that is not a number and a missing NIF", DeclarantValues(),
-         {Donor("12345678Z", "12,x5"), Donor("", "3,00")}, "1821234567890",
+        {"an amount that is not a number and a missing NIF",
+         DeclarantValues(),
+         {Donor("12345678Z", "12,x5"), Donor("", "3,00")},
+         "1821234567890",
          {"El importe «12,x5» del donante García Vidal Pau no es un número: corríjalo en la rejilla de donantes" + retry,
           "Falta el NIF del donante García Vidal Pau: escríbalo en la columna DNI del asistente" + retry}},
-        {"a declarant without NIF", noNif, {Donor("12345678Z", "10,00")}, "1821234567890",
+        {"a declarant without NIF",
+         noNif,
+         {Donor("12345678Z", "10,00")},
+         "1821234567890",
          {"El declarante no tiene NIF: escriba el CIF del centro en sus datos y vuelva a generar la declaración."}},
-        {"an invalid declarant NIF and a negative amount", badNif, {Donor("12345678Z", "-10,00")}, "1821234567890",
+        {"an invalid declarant NIF and a negative amount",
+         badNif,
+         {Donor("12345678Z", "-10,00")},
+         "1821234567890",
          {"El NIF «B1234567X» del declarante no es válido: corrija el CIF del centro en sus datos y vuelva a generar "
           "la declaración.",
           "El importe «-10,00» del donante García Vidal Pau es negativo: corríjalo en la rejilla de donantes" + retry}},
-        {"a declaration id of the wrong form", DeclarantValues(), {Donor("12345678Z", "10,00")}, "1831234567890",
+        {"a declaration id of the wrong form",
+         DeclarantValues(),
+         {Donor("12345678Z", "10,00")},
+         "1831234567890",
          {"El número de justificante «1831234567890» no es válido: debe tener 13 dígitos y empezar por 182."}},
     };
     const QByteArray previous = "the file of the previous run\r\n";
@@ -77,8 +89,8 @@ TEST_F(GeneratorTest, RefusesWithEveryProblemAndLeavesThePreviousFileUntouched)
         EXPECT_EQ(ReadAll(FilePath()), previous);
         EXPECT_EQ(QDir(Path("Informes")).entryList(QDir::Files), QStringList{"Modelo182_2024.txt"});
         EXPECT_TRUE(db->Execute("SELECT name FROM sqlite_master WHERE name = 'HistorialDonantes'").Eof());
-        EXPECT_TRUE(result.Resumen(options.locale).startsWith("No se ha generado el fichero del modelo 182.\n"
-                                                              + c.problems.first()));
+        EXPECT_TRUE(result.Resumen(options.locale)
+                        .startsWith("No se ha generado el fichero del modelo 182.\n" + c.problems.first()));
     }
 }
 

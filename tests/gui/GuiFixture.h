@@ -16,10 +16,11 @@ struct QtApplicationEnvironment : ::testing::Environment
     {
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
-        static QtMessageHandler standard = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &at, const QString &note) {
-            if (!note.startsWith("This plugin does not support") && standard)
-                standard(type, at, note);
-        });
+        static QtMessageHandler standard = qInstallMessageHandler(
+            [](QtMsgType type, const QMessageLogContext &at, const QString &note) {
+                if (!note.startsWith("This plugin does not support") && standard)
+                    standard(type, at, note);
+            });
         static int argc = 1;
         static char name[] = "test_gui", *argv[] = {name, nullptr};
         app = std::make_unique<QApplication>(argc, argv);
@@ -32,8 +33,7 @@ inline ::testing::Environment *const kQtApplication = ::testing::AddGlobalTestEn
 
 // What a person sees: the entries of a list or drop-down list; the text of a
 // label, button or check box, or a frame's title.
-template <typename View>
-QStringList Rows(const View &view)
+template <typename View> QStringList Rows(const View &view)
 {
     QStringList rows;
     for (int row = 0; view.model() && row < view.model()->rowCount(); ++row)
@@ -44,15 +44,19 @@ inline int RowOf(const QStringList &rows, const QString &text)
 {
     return rows.contains(text) ? rows.indexOf(text) : throw std::runtime_error(("no entry «" + text + "»").toStdString());
 }
-inline QString ShownText(const QWidget &w) { return w.property(qobject_cast<const QGroupBox *>(&w) ? "title" : "text").toString(); }
+inline QString ShownText(const QWidget &w)
+{
+    return w.property(qobject_cast<const QGroupBox *>(&w) ? "title" : "text").toString();
+}
 
 // A person's doings as real input events: a (double) click on a point of a
 // list or on an entry, a key, a drop-down entry reached with the arrow keys.
 inline void ClickAt(QAbstractItemView &view, const QPoint &point, bool twice = false)
 {
     using E = QEvent;
-    for (E::Type type : twice ? QList{E::MouseButtonPress, E::MouseButtonRelease, E::MouseButtonDblClick, E::MouseButtonRelease}
-                              : QList{E::MouseButtonPress, E::MouseButtonRelease}) {
+    for (E::Type type :
+         twice ? QList{E::MouseButtonPress, E::MouseButtonRelease, E::MouseButtonDblClick, E::MouseButtonRelease}
+               : QList{E::MouseButtonPress, E::MouseButtonRelease}) {
         const Qt::MouseButtons held = type == E::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
         QMouseEvent event(type, point, view.viewport()->mapToGlobal(point), Qt::LeftButton, held, Qt::NoModifier);
         QApplication::sendEvent(view.viewport(), &event);
@@ -82,7 +86,12 @@ inline void ChooseWithKeys(QComboBox &combo, const QString &text)
 class GuiTest : public ::testing::Test
 {
 protected:
-    struct Shown { QString title, text; QMessageBox::Icon icon; QWidget *parent; };
+    struct Shown
+    {
+        QString title, text;
+        QMessageBox::Icon icon;
+        QWidget *parent;
+    };
     void SetUp() override
     {
         ASSERT_TRUE(dir.isValid());
@@ -97,10 +106,13 @@ protected:
             before = qtUi.Stack().Count();
         Flush();
     }
-    static void Flush() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); QCoreApplication::processEvents(); }
+    static void Flush()
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
     QWidget *TopView() const { return qtUi.TopView(); }
-    template <typename W = QWidget>
-    W &Widget(const QString &name) const // in the top window
+    template <typename W = QWidget> W &Widget(const QString &name) const // in the top window
     {
         if (W *widget = TopView() ? TopView()->findChild<W *>(name) : nullptr)
             return *widget;
@@ -110,7 +122,8 @@ protected:
     QStringList ListRows(const QString &list) const { return Rows(Widget<QListView>(list)); }
     QStringList Texts(QStringList names) const
     {
-        std::transform(names.begin(), names.end(), names.begin(), [this](const QString &name) { return ShownText(Widget(name)); });
+        std::transform(names.begin(), names.end(), names.begin(),
+                       [this](const QString &name) { return ShownText(Widget(name)); });
         return names;
     }
     QStringList OpenViewTitles() const // bottom first

@@ -15,10 +15,15 @@ public:
         lstLista.DblClick = [this] { calls << QString("lstLista_DblClick:%1").arg(lstLista.ListIndex()); };
         cboLista.Click = [this] { calls << QString("cboLista:%1").arg(cboLista.ListIndex()); };
         cmdBoton.Click = [this] { calls << "cmdBoton"; };
-        cmdFallar.Click = [this] { calls << "cmdFallar"; throw std::runtime_error("No se ha podido guardar: la tabla está bloqueada"); };
+        cmdFallar.Click = [this] {
+            calls << "cmdFallar";
+            throw std::runtime_error("No se ha podido guardar: la tabla está bloqueada");
+        };
         chkOpcion.Click = [this] { calls << QString("chkOpcion:%1").arg(chkOpcion.Value()); };
         // Only letters, digits and backspace reach the text, letters upper case.
-        txtValor.KeyPress = [](int &key) { key = key == 8 || (key > 0 && key < 128 && std::isalnum(key)) ? std::toupper(key) : 0; };
+        txtValor.KeyPress = [](int &key) {
+            key = key == 8 || (key > 0 && key < 128 && std::isalnum(key)) ? std::toupper(key) : 0;
+        };
         txtValor.LostFocus = [this] { calls << "txtValor_LostFocus"; };
     }
     ListBox lstLista{this, "lstLista"};
@@ -38,9 +43,12 @@ protected:
         GuiTest::SetUp();
         qtUi.Views().Register("frmPrueba", [](QDialog &view) {
             auto *layout = new QVBoxLayout(&view);
-            for (auto [widget, name] : {std::pair<QWidget *, const char *>{new QListView, "lstLista"}, {new QComboBox, "cboLista"},
-                                        {new QPushButton, "cmdBoton"}, {new QPushButton, "cmdFallar"},
-                                        {new QCheckBox, "chkOpcion"}, {new QLineEdit, "txtValor"}}) {
+            for (auto [widget, name] : {std::pair<QWidget *, const char *>{new QListView, "lstLista"},
+                                        {new QComboBox, "cboLista"},
+                                        {new QPushButton, "cmdBoton"},
+                                        {new QPushButton, "cmdFallar"},
+                                        {new QCheckBox, "chkOpcion"},
+                                        {new QLineEdit, "txtValor"}}) {
                 widget->setObjectName(name);
                 layout->addWidget(widget);
             }

@@ -46,7 +46,8 @@ TEST_F(CatalogueWindows, ANewCommunityTypedInItsDialogReachesTheCatalogueWindowA
               (QStringList{"Deducción por Comunidades Autónomas", "Deducción por Tipos", "Comunidad Autónoma", "Porcentaje",
                            "Tipo de donativo", "Porcentaje", "Añadir", "Eliminar"}));
     ChooseWithKeys(Widget<QComboBox>("cboTipo"), "Donativo");
-    EXPECT_EQ(ListRows("lstDeducPorc"), (QStringList{"Donativo <-> 80", "Donativo <-> 35", "Donativo <-> 40", "Donativo <-> 45"}));
+    EXPECT_EQ(ListRows("lstDeducPorc"),
+              (QStringList{"Donativo <-> 80", "Donativo <-> 35", "Donativo <-> 40", "Donativo <-> 45"}));
 
     Click("cmdNComAut");
     QWidget *dialog = TopView();
@@ -58,7 +59,8 @@ TEST_F(CatalogueWindows, ANewCommunityTypedInItsDialogReachesTheCatalogueWindowA
     Type("txtNomComAut", "Comunitat d'Prova");
     Type("txtCodComAut", "4");
     Click("cmdAceptar");
-    ExpectOnlyMessage("El campo código debe ser numérico de dos dígitos (por ejemplo 04 o 37)", QMessageBox::Warning, dialog);
+    ExpectOnlyMessage("El campo código debe ser numérico de dos dígitos (por ejemplo 04 o 37)", QMessageBox::Warning,
+                      dialog);
     Type("txtCodComAut", "0");
     Click("cmdAceptar");
     Flush();

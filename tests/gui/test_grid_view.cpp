@@ -116,11 +116,14 @@ TEST_F(GridView, TheTableShowsTheTextsUnderAFrozenHeaderAndHidesTheKey)
 
     // The grid's plain values become Qt's roles.
     const QFont mark = At(1, 4).data(Qt::FontRole).value<QFont>();
-    EXPECT_EQ(std::tuple(mark.families().value(0), mark.pointSizeF(), At(1, 4).data(Qt::ForegroundRole).value<QBrush>().color(),
-                         At(2, 4).data(Qt::ForegroundRole).value<QBrush>().color(), At(1, 4).data(Qt::TextAlignmentRole).toInt()),
+    EXPECT_EQ(std::tuple(mark.families().value(0), mark.pointSizeF(),
+                         At(1, 4).data(Qt::ForegroundRole).value<QBrush>().color(),
+                         At(2, 4).data(Qt::ForegroundRole).value<QBrush>().color(),
+                         At(1, 4).data(Qt::TextAlignmentRole).toInt()),
               std::tuple(QString("Wingdings"), 14.0, QColor(0, 255, 0), QColor(255, 0, 0), int(Qt::AlignCenter)));
-    EXPECT_EQ(std::tuple(At(1, 1).data(Qt::BackgroundRole).value<QBrush>().color(), At(1, 2).data(Qt::BackgroundRole).isValid(),
-                         At(1, 2).data(Qt::FontRole).isValid(), At(0, 3).data(Qt::FontRole).value<QFont>().bold()),
+    EXPECT_EQ(std::tuple(At(1, 1).data(Qt::BackgroundRole).value<QBrush>().color(),
+                         At(1, 2).data(Qt::BackgroundRole).isValid(), At(1, 2).data(Qt::FontRole).isValid(),
+                         At(0, 3).data(Qt::FontRole).value<QFont>().bold()),
               std::tuple(FlexGridStyle::FixedBackground(), false, false, true));
 
     Grid().SetTextMatrix(0, 3, "NIF");
@@ -182,8 +185,8 @@ TEST_F(GridView, WhilePaintingIsOffTheViewWaitsAndThenShowsEverything)
     Grid().SetRedraw(false);
     EXPECT_FALSE(view.updatesEnabled());
     for (int i = 0; i < 300; ++i)
-        rejilla->AddDonor(QString("%1 1").arg(2000 + i), QString("ALUMNO %1").arg(i, 3, 10, QChar('0')), "PAGADOR", "", i % 2,
-                          "12.50");
+        rejilla->AddDonor(QString("%1 1").arg(2000 + i), QString("ALUMNO %1").arg(i, 3, 10, QChar('0')), "PAGADOR", "",
+                          i % 2, "12.50");
     Grid().Sort(1, 2);
     EXPECT_EQ(view.verticalHeader()->count(), 4); // not told yet
     Grid().SetRedraw(true);
@@ -202,10 +205,11 @@ TEST_F(GridView, QtsModelTesterFindsNothingWrongInWhatTheViewReads)
 {
     static QStringList warnings;
     warnings.clear();
-    const QtMessageHandler previous = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
-        if (type != QtDebugMsg && text.contains("FAIL"))
-            warnings << text;
-    });
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType type, const QMessageLogContext &, const QString &text) {
+            if (type != QtDebugMsg && text.contains("FAIL"))
+                warnings << text;
+        });
     {
         QAbstractItemModelTester tester(View().model(), QAbstractItemModelTester::FailureReportingMode::Warning);
         Grid().SetTextMatrix(0, 1, "Alumno/a");

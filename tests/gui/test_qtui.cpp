@@ -4,7 +4,13 @@
 TEST(MessageBoxes, TheStyleGivesTheIconButtonsAndAnswers)
 {
     using Buttons = QList<std::pair<QString, int>>;
-    const struct { int style; QMessageBox::Icon icon; Buttons buttons; int closed; } cases[] = {
+    const struct
+    {
+        int style;
+        QMessageBox::Icon icon;
+        Buttons buttons;
+        int closed;
+    } cases[] = {
         {vbOKOnly, QMessageBox::NoIcon, {{"Aceptar", vbOK}}, vbOK},
         {vbInformation + vbOKCancel, QMessageBox::Information, {{"Aceptar", vbOK}, {"Cancelar", vbCancel}}, vbCancel},
         {vbQuestion + vbYesNo, QMessageBox::Question, {{"No", vbNo}, {"Sí", vbYes}}, vbNo},
@@ -17,6 +23,7 @@ TEST(MessageBoxes, TheStyleGivesTheIconButtonsAndAnswers)
             shown.append({button->text(), QtUi::AnswerOf(*box, button)});
         std::sort(shown.begin(), shown.end());
         EXPECT_EQ(std::tuple(shown, QtUi::AnswerOf(*box, nullptr), box->icon(), box->textFormat()),
-                  std::tuple(c.buttons, c.closed, c.icon, Qt::PlainText)) << c.style;
+                  std::tuple(c.buttons, c.closed, c.icon, Qt::PlainText))
+            << c.style;
     }
 }

@@ -66,7 +66,8 @@ TEST_F(WizardWindows, EveryStepShowsItsModelBackKeepsTheListsAndSalirClosesAll)
     EXPECT_TRUE(Widget("cmdCargar").isEnabled()); // reloading saved work is offered
     // The host's light yellow on the mandatory fields only.
     EXPECT_EQ(centro.palette().color(QPalette::Base), QColor(0xFF, 0xFF, 0xE1));
-    EXPECT_EQ(std::tuple(Widget("lstSeleccionados").styleSheet().contains("#ffffe1", Qt::CaseInsensitive), Widget("lstDisponibles").styleSheet()),
+    EXPECT_EQ(std::tuple(Widget("lstSeleccionados").styleSheet().contains("#ffffe1", Qt::CaseInsensitive),
+                         Widget("lstDisponibles").styleSheet()),
               std::tuple(true, QString()));
     Click("cmdAceptar");
     ExpectOnlyMessage("Debe seleccionar algún curso escolar", QMessageBox::Warning, first);
@@ -79,14 +80,17 @@ TEST_F(WizardWindows, EveryStepShowsItsModelBackKeepsTheListsAndSalirClosesAll)
     EXPECT_EQ(ListRows("lstSeleccionados") + ListRows("lstDisponibles"), (QStringList{"2024-2025", "2023-2024"}));
     Click("cmdAceptar");
     EXPECT_EQ(OpenViewTitles(), (QStringList{kCursos, kActividades}));
-    EXPECT_EQ(std::tuple(first->isVisible(), TopView()->isVisible(), TopView()->parentWidget()), std::tuple(true, true, first));
+    EXPECT_EQ(std::tuple(first->isVisible(), TopView()->isVisible(), TopView()->parentWidget()),
+              std::tuple(true, true, first));
     auto &curso = Widget<QComboBox>("cboCursoEscolar");
     EXPECT_EQ(std::tuple(Rows(curso), curso.currentText()), std::tuple(QStringList{"2024-2025"}, QString("2024-2025")));
     EXPECT_EQ(ListRows("lstDisponibles"), (QStringList{"Comedor", "Ajedrez", "Robótica", "Natación"}));
-    EXPECT_EQ(Texts({"fraActual", "cmdCancelar", "cmdAceptar"}), (QStringList{"Actividades", "<- Anterior", "Siguiente ->"}));
+    EXPECT_EQ(Texts({"fraActual", "cmdCancelar", "cmdAceptar"}),
+              (QStringList{"Actividades", "<- Anterior", "Siguiente ->"}));
     EXPECT_FALSE(TopView()->close()); // the form closes it, through the Ui
     Flush();
-    EXPECT_EQ(std::tuple(OpenViewTitles(), FormViewsAlive(), centro.currentText()), std::tuple(QStringList{kCursos}, 1, QString("Colegio San Prueba")));
+    EXPECT_EQ(std::tuple(OpenViewTitles(), FormViewsAlive(), centro.currentText()),
+              std::tuple(QStringList{kCursos}, 1, QString("Colegio San Prueba")));
     EXPECT_EQ(ListRows("lstSeleccionados") + ListRows("lstDisponibles"), (QStringList{"2024-2025", "2023-2024"}));
 
     Click("cmdAceptar");
@@ -96,7 +100,8 @@ TEST_F(WizardWindows, EveryStepShowsItsModelBackKeepsTheListsAndSalirClosesAll)
     EXPECT_EQ(TopView()->windowTitle(), kMeses);
     auto &actividad = Widget<QComboBox>("cboActCurEsc");
     EXPECT_EQ(std::tuple(Rows(actividad), actividad.currentIndex()), std::tuple(QStringList{"2024-2025 - Ajedrez"}, 0));
-    EXPECT_EQ(Texts({"Label1", "fraActual"}), (QStringList{"Actividades del Curso Escolar", "Meses de Facturación de la Actividad"}));
+    EXPECT_EQ(Texts({"Label1", "fraActual"}),
+              (QStringList{"Actividades del Curso Escolar", "Meses de Facturación de la Actividad"}));
     EXPECT_EQ(ListRows("lstDisponibles"), (QStringList{"Octubre", "Noviembre"}));
     Click("cmdAgregarTodos");
     Click("cmdAceptar");
@@ -135,7 +140,10 @@ TEST_F(WizardWindows, TheHostCallReturnsWhenSalirClosesTheWizard)
         if (QWidget *top = TopView())
             seen = top->windowTitle(), Click("cmdCancelar");
     });
-    QTimer::singleShot(10000, &timers, [&] { while (Form *top = qtUi.Stack().Top()) qtUi.Unload(*top); }); // never hang
+    QTimer::singleShot(10000, &timers, [&] {
+        while (Form *top = qtUi.Stack().Top())
+            qtUi.Unload(*top);
+    }); // never hang
     addin->ActivarFormulario(0);
     EXPECT_EQ(std::tuple(seen, qtUi.Stack().IsEmpty()), std::tuple(kCursos, true));
 }
@@ -168,13 +176,15 @@ TEST(WindowFiles, EveryWizardWindowFitsItsFormAndAMisfitIsNamed)
     delete window.findChild<QPushButton *>("cmdCargar");
     window.findChild<QListView *>("lstDisponibles")->setObjectName("lstOtra");
     (new QLabel(&window))->setObjectName("lstDisponibles");
-    EXPECT_EQ(ViewBinder::Mismatches(cursos, window), (QStringList{"lstDisponibles: a QListView is needed, the window has a QLabel",
-                                                                 "cmdCargar: no QPushButton of this name"}));
+    EXPECT_EQ(ViewBinder::Mismatches(cursos, window),
+              (QStringList{"lstDisponibles: a QListView is needed, the window has a QLabel",
+                           "cmdCargar: no QPushButton of this name"}));
     EXPECT_EQ(ViewBinder::UnboundWidgets(cursos, window), QStringList{"lstOtra"});
     QDialog donors; // the donor grid needs a table
     views.Build("frmActividadAlumno", donors);
     donors.findChild<QTableView *>("msgMod182")->setObjectName("msgOtra");
     (new QListView(&donors))->setObjectName("msgMod182");
-    EXPECT_EQ(ViewBinder::Mismatches(alumnos, donors), QStringList{"msgMod182: a QTableView is needed, the window has a QListView"});
+    EXPECT_EQ(ViewBinder::Mismatches(alumnos, donors),
+              QStringList{"msgMod182: a QTableView is needed, the window has a QListView"});
     EXPECT_EQ(ViewBinder::UnboundWidgets(alumnos, donors), QStringList{"msgOtra"});
 }

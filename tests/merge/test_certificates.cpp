@@ -47,8 +47,8 @@ protected:
         Connection db(kJet + m_modelo182);
         db.Open();
         db.Execute("INSERT INTO Declarantes (ejercicio,nombre,nif,pcnombre,pcapellido1,pcapellido2,pctelefono,"
-                   "regimenfiscal,delegacion,domicilio) VALUES ('" + year + "','" + name + "','" + nif
-                   + "','JUAN','GARCÍA','DE LA FUENTE','915550101','1','','')");
+                   "regimenfiscal,delegacion,domicilio) VALUES ('"
+                   + year + "','" + name + "','" + nif + "','JUAN','GARCÍA','DE LA FUENTE','915550101','1','','')");
     }
 
     // The generation's positional inserts, then the copy the merge reads.
@@ -82,10 +82,11 @@ protected:
 TEST_F(CertificatesTest, ReadsTheDonorsInTableOrderWithTheDeclarantAndTodaysDate)
 {
     StandardDeclaration();
-    {   // a row added after the sorted copy stays last: the table's order counts
+    { // a row added after the sorted copy stays last: the table's order counts
         Connection letters(kJet + m_cartaDonantes);
         letters.Open();
-        letters.Execute("INSERT INTO CartaDonantes VALUES ('ABAD','ABAD','AARON','00000023T','5,00','Toledo','Plaza 2','45001','Toledo')");
+        letters.Execute("INSERT INTO CartaDonantes VALUES ('ABAD','ABAD','AARON','00000023T','5,00','Toledo','Plaza "
+                        "2','45001','Toledo')");
     }
     Connection declaration(kJet + m_modelo182);
     const CertificateData data = CertificateSource(declaration, [] { return kToday; }).Read(m_cartaDonantes);
@@ -101,11 +102,11 @@ TEST_F(CertificatesTest, ReadsTheDonorsInTableOrderWithTheDeclarantAndTodaysDate
     }
     const QString declarant = "COLEGIO SAN ISIDRO|R2800001A|2025|23 de noviembre de 2026";
     EXPECT_EQ(rows, QStringList({
-        "ÁLVAREZ|NÚÑEZ|LUCÍA|00000014Z|10,00|||||" + declarant,
-        "D'SOUZA||PETER|X1234567L|1.234,50|Getafe|Av. de España, 3|28901|Madrid|" + declarant,
-        "ORTIZ|RUIZ|ANA|12345678Z|61,00|Madrid|C/ Mayor 1|28001|Madrid|" + declarant,
-        "ABAD|ABAD|AARON|00000023T|5,00|Toledo|Plaza 2|45001|Toledo|" + declarant,
-    }));
+                        "ÁLVAREZ|NÚÑEZ|LUCÍA|00000014Z|10,00|||||" + declarant,
+                        "D'SOUZA||PETER|X1234567L|1.234,50|Getafe|Av. de España, 3|28901|Madrid|" + declarant,
+                        "ORTIZ|RUIZ|ANA|12345678Z|61,00|Madrid|C/ Mayor 1|28001|Madrid|" + declarant,
+                        "ABAD|ABAD|AARON|00000023T|5,00|Toledo|Plaza 2|45001|Toledo|" + declarant,
+                    }));
     EXPECT_EQ(data.records.value(0).size(), data.fieldNames.size());
     // The declaration connection is left as it was found: closed.
     EXPECT_EQ(declaration.State(), Connection::adStateClosed);
@@ -116,8 +117,8 @@ TEST_F(CertificatesTest, MergesTheShippedTemplatesIntoOneLetterPerDonor)
 {
     StandardDeclaration();
     const QString reports = m_dir.filePath("Informes");
-    EXPECT_EQ(InstallTemplates(reports), QStringList({reports + "/Certificado de Donaciones97.doc",
-                                                      reports + "/Certificado de Donaciones2000.doc"}));
+    EXPECT_EQ(InstallTemplates(reports),
+              QStringList({reports + "/Certificado de Donaciones97.doc", reports + "/Certificado de Donaciones2000.doc"}));
     Connection declaration(kJet + m_modelo182);
     declaration.Open();
     const QString ejercicio = ", ha entregado a esta entidad durante el ejercicio 2025, en concepto de donativo "
@@ -132,8 +133,9 @@ TEST_F(CertificatesTest, MergesTheShippedTemplatesIntoOneLetterPerDonor)
         EXPECT_EQ(PageBreaks(document), 2);
         EXPECT_EQ(CountElements(document, "w:sectPr"), 1);
         const bool is97 = QString(name).contains("97");
-        const QString donors[][2] = {
-            {"LUCÍA ÁLVAREZ NÚÑEZ", "00000014Z"}, {"PETER D'SOUZA", "X1234567L"}, {"ANA ORTIZ RUIZ", "12345678Z"}};
+        const QString donors[][2] = {{"LUCÍA ÁLVAREZ NÚÑEZ", "00000014Z"},
+                                     {"PETER D'SOUZA", "X1234567L"},
+                                     {"ANA ORTIZ RUIZ", "12345678Z"}};
         const QString domiciles[] = {"", ", con domicilio en Av. de España, 3, 28901 Getafe (Madrid)",
                                      ", con domicilio en C/ Mayor 1, 28001 Madrid (Madrid)"};
         const QString amounts[] = {"10,00", "1.234,50", "61,00"};
@@ -206,15 +208,17 @@ TEST_F(CertificatesTest, EveryFailureGivesASpanishMessageAndWritesNothing)
     Donors({});
     EXPECT_EQ(merge(templatePath), "No hay ningún declarante en la base de datos del modelo 182. " + generate);
     Declarant("2025", "COLEGIO SAN ISIDRO", "R2800001A");
-    EXPECT_EQ(merge(templatePath), "No hay ningún donante en «" + m_cartaDonantes + "», así que no hay certificados que "
-                                   "imprimir. Marque en la rejilla los donantes que se declaran y genere de nuevo el modelo 182.");
+    EXPECT_EQ(merge(templatePath),
+              "No hay ningún donante en «" + m_cartaDonantes
+                  + "», así que no hay certificados que "
+                    "imprimir. Marque en la rejilla los donantes que se declaran y genere de nuevo el modelo 182.");
     {
         Connection letters(kJet + m_cartaDonantes);
         letters.Open();
         letters.Execute("DROP TABLE CartaDonantes");
     }
-    EXPECT_EQ(merge(templatePath), "No se pudieron leer los donantes de «" + m_cartaDonantes
-                                       + "»: no such table: CartaDonantes. " + generate);
+    EXPECT_EQ(merge(templatePath),
+              "No se pudieron leer los donantes de «" + m_cartaDonantes + "»: no such table: CartaDonantes. " + generate);
     const QString missing = reports + "/Certificado de Donaciones2000.doc";
     QFile::remove(missing);
     EXPECT_EQ(merge(missing), "No se encuentra la plantilla de los certificados «" + missing
@@ -224,8 +228,9 @@ TEST_F(CertificatesTest, EveryFailureGivesASpanishMessageAndWritesNothing)
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write("{\\rtf1 plantilla antigua}");
     }
-    EXPECT_EQ(merge(templatePath), "La plantilla «" + templatePath + "» no es un documento de Word válido o está dañada. "
-                                   "Sustitúyala por la plantilla original y vuelva a intentarlo.");
+    EXPECT_EQ(merge(templatePath), "La plantilla «" + templatePath
+                                       + "» no es un documento de Word válido o está dañada. "
+                                         "Sustitúyala por la plantilla original y vuelva a intentarlo.");
     EXPECT_FALSE(QFileInfo::exists(output));
     EXPECT_EQ(declaration.State(), Connection::adStateClosed);
 }

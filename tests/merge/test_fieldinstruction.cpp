@@ -11,7 +11,7 @@ TEST(MergeFieldInstruction, ReadsTheNameAndTheSwitchesThatShapeTheText)
     struct Case
     {
         const char *instruction;
-        const char *fieldName;   // nullptr: not a merge field
+        const char *fieldName; // nullptr: not a merge field
         const char *value;
         const char *rendered;
     };

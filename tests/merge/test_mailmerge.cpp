@@ -49,11 +49,12 @@ TEST(MailMerge, WritesOneLetterPerRecordInOrderWithEveryFieldReplaced)
     const Parts merged = MergedParts(WordPackage(kBody), kRecords);
     const QByteArray document = PartOf(merged, "word/document.xml");
 
-    EXPECT_EQ(Letters(document), (QList<QStringList>{
-        {"Carta para *Ana*", "Apellidos: _D'Souza & <Hijos>_ / .", "Importe", "Total: 1.234,50 euros", "Página 1"},
-        {"Carta para *Luis*", "Apellidos: _Pérez Ñúñez_ / .", "Importe", "Total: 61,00 euros", "Página 1"},
-        {"Carta para *Eva*", "Apellidos:  / .", "Importe", "Página 1"},
-    }));
+    EXPECT_EQ(Letters(document),
+              (QList<QStringList>{
+                  {"Carta para *Ana*", "Apellidos: _D'Souza & <Hijos>_ / .", "Importe", "Total: 1.234,50 euros", "Página 1"},
+                  {"Carta para *Luis*", "Apellidos: _Pérez Ñúñez_ / .", "Importe", "Total: 61,00 euros", "Página 1"},
+                  {"Carta para *Eva*", "Apellidos:  / .", "Importe", "Página 1"},
+              }));
     EXPECT_EQ(PageBreaks(document), 2);
     EXPECT_EQ(CountElements(document, "w:sectPr"), 1);
     const QStringList letter = {"w:p", "w:p", "w:tbl", "w:p"};
@@ -92,9 +93,11 @@ TEST(MailMerge, KeepsEveryOtherPartAndDropsTheLinkToTheDataSource)
         "<w:dataSource r:id=\"rId9\"/></w:mailMerge><w:defaultTabStop w:val=\"708\"/></w:settings>";
     const QByteArray settingsRels =
         "<?xml version=\"1.0\"?><Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
-        "<Relationship Id=\"rId9\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/mailMergeSource\" "
+        "<Relationship Id=\"rId9\" "
+        "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/mailMergeSource\" "
         "Target=\"file:///C:/Informes/CartaDonantes.mdb\" TargetMode=\"External\"/>"
-        "<Relationship Id=\"rId2\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/attachedTemplate\" "
+        "<Relationship Id=\"rId2\" "
+        "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/attachedTemplate\" "
         "Target=\"Normal.dotm\" TargetMode=\"External\"/></Relationships>";
     parts << QPair<QString, QByteArray>{"word/styles.xml", styles} << QPair<QString, QByteArray>{"word/footer1.xml", footer}
           << QPair<QString, QByteArray>{"word/_rels/document.xml.rels", documentRels}
@@ -103,8 +106,8 @@ TEST(MailMerge, KeepsEveryOtherPartAndDropsTheLinkToTheDataSource)
 
     const Parts merged = MergedParts(parts, kRecords);
     EXPECT_EQ(NamesOf(merged), NamesOf(parts));
-    for (const QString name : {"[Content_Types].xml", "_rels/.rels", "word/styles.xml", "word/footer1.xml",
-                               "word/_rels/document.xml.rels"})
+    for (const QString name :
+         {"[Content_Types].xml", "_rels/.rels", "word/styles.xml", "word/footer1.xml", "word/_rels/document.xml.rels"})
         EXPECT_EQ(PartOf(merged, name), PartOf(parts, name)) << name.toStdString();
     const QByteArray mergedSettings = PartOf(merged, "word/settings.xml");
     EXPECT_EQ(CountElements(mergedSettings, "w:mailMerge"), 0);
@@ -116,11 +119,12 @@ TEST(MailMerge, KeepsEveryOtherPartAndDropsTheLinkToTheDataSource)
 
 TEST(MailMerge, ALetterThatOpensWithATableStartsAfterABreakParagraph)
 {
-    const QString body = R"(<w:tbl><w:tr><w:tc><w:p><w:fldSimple w:instr="MERGEFIELD &quot;NIF&quot;"/></w:p></w:tc></w:tr></w:tbl>
+    const QString body =
+        R"(<w:tbl><w:tr><w:tc><w:p><w:fldSimple w:instr="MERGEFIELD &quot;NIF&quot;"/></w:p></w:tc></w:tr></w:tbl>
         <w:p><w:r><w:t>Fin</w:t></w:r></w:p><w:sectPr/>)";
-    const QByteArray document =
-        PartOf(MergedParts(WordPackage(body), {{{"NIF", "12345678Z"}}, {{"NIF", "X1234567L"}}, {{"nif", "B12345674"}}}),
-               "word/document.xml");
+    const QByteArray document = PartOf(MergedParts(WordPackage(body),
+                                                   {{{"NIF", "12345678Z"}}, {{"NIF", "X1234567L"}}, {{"nif", "B12345674"}}}),
+                                       "word/document.xml");
     EXPECT_EQ(Letters(document), (QList<QStringList>{{"12345678Z", "Fin"}, {"X1234567L", "Fin"}, {"B12345674", "Fin"}}));
     EXPECT_EQ(PageBreaks(document), 2);
     EXPECT_EQ(CountElements(document, "w:pageBreakBefore"), 0);
@@ -128,7 +132,8 @@ TEST(MailMerge, ALetterThatOpensWithATableStartsAfterABreakParagraph)
 
 TEST(MailMerge, ValuesWithLineBreaksTabsAndControlCharactersStayValidDocumentText)
 {
-    const QString body = R"(<w:p><w:fldSimple w:instr=" MERGEFIELD Direccion "><w:r><w:t>x</w:t></w:r></w:fldSimple></w:p><w:sectPr/>)";
+    const QString body =
+        R"(<w:p><w:fldSimple w:instr=" MERGEFIELD Direccion "><w:r><w:t>x</w:t></w:r></w:fldSimple></w:p><w:sectPr/>)";
     const QByteArray document = PartOf(MergedParts(WordPackage(body), {{{"Direccion", "C/ Mayor 1\r\n2.º B\tizq.\x01"}}}),
                                        "word/document.xml");
     EXPECT_EQ(Letters(document), (QList<QStringList>{{"C/ Mayor 12.º B\tizq."}}));
@@ -177,7 +182,8 @@ TEST(MailMerge, WritesTheFileAndNamesEveryTemplateItCannotUse)
                   + "». Copie la plantilla en la carpeta de informes y vuelva a intentarlo.");
     const QString notWritable = dir.filePath("no existe/Certificados de Donaciones.docx");
     const QString message = MergeErrorOf([&] { MailMerge::FromFile(good).MergeToFile(kRecords, notWritable); });
-    EXPECT_TRUE(message.startsWith("No se pudo escribir el documento de los certificados «" + notWritable + "» (")) << message;
+    EXPECT_TRUE(message.startsWith("No se pudo escribir el documento de los certificados «" + notWritable + "» ("))
+        << message;
     EXPECT_TRUE(message.endsWith("). Ciérrelo si está abierto y compruebe que se puede escribir en la carpeta.")) << message;
 }
 

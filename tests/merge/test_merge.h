@@ -11,9 +11,18 @@
 #include <QStringList>
 #include <gtest/gtest.h>
 
-inline std::ostream &operator<<(std::ostream &os, const QString &text) { return os << '"' << text.toStdString() << '"'; }
-inline void PrintTo(const QString &text, std::ostream *os) { *os << text; }
-inline void PrintTo(const QStringList &list, std::ostream *os) { *os << '[' << list.join("] [").toStdString() << ']'; }
+inline std::ostream &operator<<(std::ostream &os, const QString &text)
+{
+    return os << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QString &text, std::ostream *os)
+{
+    *os << text;
+}
+inline void PrintTo(const QStringList &list, std::ostream *os)
+{
+    *os << '[' << list.join("] [").toStdString() << ']';
+}
 
 namespace merge_test {
 

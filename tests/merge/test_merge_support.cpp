@@ -76,16 +76,18 @@ QString DocumentXml(const QString &bodyXml)
     return "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
            "<w:document xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\" "
            "xmlns:w14=\"http://schemas.microsoft.com/office/word/2010/wordml\"><w:body>"
-        + bodyXml + "</w:body></w:document>";
+           + bodyXml + "</w:body></w:document>";
 }
 
 Parts WordPackage(const QString &bodyXml)
 {
     const QByteArray rels = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
-        "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
-        "<Relationship Id=\"rId1\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument\" "
-        "Target=\"word/document.xml\"/></Relationships>";
-    const QByteArray types = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+                            "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+                            "<Relationship Id=\"rId1\" "
+                            "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument\" "
+                            "Target=\"word/document.xml\"/></Relationships>";
+    const QByteArray types =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
         "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
         "<Default Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
         "<Default Extension=\"xml\" ContentType=\"application/xml\"/>"
@@ -195,7 +197,8 @@ int PageBreaks(const QByteArray &documentXml)
         if (reader.readNext() != QXmlStreamReader::StartElement)
             continue;
         if (reader.qualifiedName() == QLatin1String("w:pageBreakBefore")
-            || (reader.qualifiedName() == QLatin1String("w:br") && reader.attributes().value("w:type") == QLatin1String("page")))
+            || (reader.qualifiedName() == QLatin1String("w:br")
+                && reader.attributes().value("w:type") == QLatin1String("page")))
             ++count;
     }
     return count;
@@ -214,7 +217,7 @@ QStringList MergeFieldNames(const Parts &parts)
     for (const auto &[name, bytes] : parts) {
         if (!name.endsWith(".xml"))
             continue;
-        QStringList open;   // the instructions of the complex fields being read
+        QStringList open; // the instructions of the complex fields being read
         QXmlStreamReader xml(bytes);
         while (!xml.atEnd()) {
             if (xml.readNext() != QXmlStreamReader::StartElement)

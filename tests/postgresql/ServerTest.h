@@ -9,7 +9,10 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
 
 namespace server_test {
 
@@ -27,7 +30,10 @@ inline QStringList Rows(Connection &c, const QString &sql)
     return rows;
 }
 
-inline QString Value(Connection &c, const QString &sql) { return Rows(c, sql).value(0); }
+inline QString Value(Connection &c, const QString &sql)
+{
+    return Rows(c, sql).value(0);
+}
 
 inline ConnectionPtr Open(const QString &connectionString, const QString &baseFolder = QString())
 {

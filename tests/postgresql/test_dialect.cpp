@@ -16,20 +16,16 @@ struct Case
 TEST(PostgresDialect, AdaptsOnlyWhatTheServerReadsOtherwise)
 {
     const Case cases[] = {
-        {"a statement without Jet forms goes as written",
-         "SELECT IDCentro, Nombre FROM Centro WHERE IDCentro=7",
+        {"a statement without Jet forms goes as written", "SELECT IDCentro, Nombre FROM Centro WHERE IDCentro=7",
          "SELECT IDCentro, Nombre FROM Centro WHERE IDCentro=7"},
         {"Boolean literals are the -1 / 0 the flag columns hold",
-         "UPDATE ALMFModelo182 SET Mostrar=True WHERE Mostrar=FALSE",
-         "UPDATE ALMFModelo182 SET Mostrar=-1 WHERE Mostrar=0"},
+         "UPDATE ALMFModelo182 SET Mostrar=True WHERE Mostrar=FALSE", "UPDATE ALMFModelo182 SET Mostrar=-1 WHERE Mostrar=0"},
         {"bracketed names become quoted names folded as unquoted ones are",
          "SELECT [CartaDonantes].* FROM [CartaDonantes] WHERE [Apellido1]='X'",
          "SELECT \"cartadonantes\".* FROM \"cartadonantes\" WHERE \"apellido1\"='X'"},
         {"a bracketed name keeps its blanks, accents and a double quote (doubled)",
-         "SELECT [Año Escolar], [Dice \"sí\"] FROM T",
-         "SELECT \"año escolar\", \"dice \"\"sí\"\"\" FROM T"},
-        {"quoted text is never touched",
-         "SELECT * FROM T WHERE a='[True] ORDER BY b' AND c='It''s False'",
+         "SELECT [Año Escolar], [Dice \"sí\"] FROM T", "SELECT \"año escolar\", \"dice \"\"sí\"\"\" FROM T"},
+        {"quoted text is never touched", "SELECT * FROM T WHERE a='[True] ORDER BY b' AND c='It''s False'",
          "SELECT * FROM T WHERE a='[True] ORDER BY b' AND c='It''s False'"},
         {"each ascending key of the final ORDER BY puts NULLs first, as Jet does",
          "SELECT * FROM CursoEscAct ORDER BY IDCursoEscolar, IDActividad",
@@ -44,11 +40,9 @@ TEST(PostgresDialect, AdaptsOnlyWhatTheServerReadsOtherwise)
         {"an ORDER BY inside parentheses or text is not the statement's own",
          "SELECT * FROM (SELECT a FROM t ORDER BY a) s WHERE x='ORDER BY y'",
          "SELECT * FROM (SELECT a FROM t ORDER BY a) s WHERE x='ORDER BY y'"},
-        {"a key that is a function call keeps its commas",
-         "SELECT a FROM t ORDER BY coalesce(a, b), Mid(c, 1, 2) DESC",
+        {"a key that is a function call keeps its commas", "SELECT a FROM t ORDER BY coalesce(a, b), Mid(c, 1, 2) DESC",
          "SELECT a FROM t ORDER BY coalesce(a, b) NULLS FIRST, Mid(c, 1, 2) DESC NULLS LAST"},
-        {"a word that only contains ORDER is not the clause",
-         "SELECT Ordered FROM Border WHERE x=True",
+        {"a word that only contains ORDER is not the clause", "SELECT Ordered FROM Border WHERE x=True",
          "SELECT Ordered FROM Border WHERE x=-1"},
     };
     for (const Case &c : cases) {

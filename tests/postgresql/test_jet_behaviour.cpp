@@ -22,7 +22,8 @@ TEST_P(BothEngines, TextEqualityIgnoresCaseButNotAccentsAndOrderingIsSpanishWith
         "(3, 'alvarez', 'c'), (4, 'ÁLVAREZ', 'd'), (5, 'Alonso', 'e'), (6, 'Ñuñez', 'f'), (7, 'Nuñez', 'g'), "
         "(8, 'Muñoz', 'h'), (9, 'Munoz', 'i'), (10, NULL, 'j'), (11, 'ALVAREZ', 'k')"));
 
-    const struct {
+    const struct
+    {
         const char *sql;
         QStringList ids;
     } cases[] = {
@@ -104,9 +105,9 @@ TEST_P(BothEngines, TheDonorQueryGivesEveryEnrolmentOrderedByStudentThenPayerWit
     QStringList rows;
     for (; !rs.Eof(); rs.MoveNext()) {
         QStringList values;
-        for (const char *field : {"Apellido_1", "Nombre", "PrecioEuros", "Apellido1", "Nombre1", "codFamilia", "DNI",
-                                  "direccion", "codigopostal", "descripcion", "dato1", "dato10", "IDAlumno",
-                                  "IDMiembroFamilia"}) {
+        for (const char *field :
+             {"Apellido_1", "Nombre", "PrecioEuros", "Apellido1", "Nombre1", "codFamilia", "DNI", "direccion",
+              "codigopostal", "descripcion", "dato1", "dato10", "IDAlumno", "IDMiembroFamilia"}) {
             const QVariant v = rs.Fields(QString::fromLatin1(field));
             values << (v.isNull() ? QStringLiteral("NULL") : v.toString());
         }

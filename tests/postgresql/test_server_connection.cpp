@@ -25,7 +25,8 @@ TEST_F(ServerConnection, FailedOpeningsSayWhatToCheckQuicklyAndNeverShowThePassw
 {
     const QString host = ServerValue("Host"), port = ServerValue("Port"), user = ServerValue("User ID");
     const QString where = "«" + host + "» (puerto " + port + ")";
-    const struct {
+    const struct
+    {
         const char *why;
         QString text;
         QString message;
@@ -66,19 +67,22 @@ TEST_F(ServerConnection, FailedStatementsNameTheDatabaseAndKeepTheStatementAsSen
     QStringList seen;
     db->SetObserver([&](const Connection &, const QString &sql) { seen << sql; });
     const QString database = TestDatabasePrefix() + "_curso";
-    const struct {
+    const struct
+    {
         const char *sql;
         QString message;
     } cases[] = {
         {"SELECT * FROM [Actividades] WHERE Activa=True",
-         "La base de datos «" + database + "» no tiene la estructura que el programa espera (falta una tabla o una "
-                                           "columna). Compruebe que es la base de datos correcta."},
-        {"SELECT Precio FROM Actividad",
-         "La base de datos «" + database + "» no tiene la estructura que el programa espera (falta una tabla o una "
-                                           "columna). Compruebe que es la base de datos correcta."},
+         "La base de datos «" + database
+             + "» no tiene la estructura que el programa espera (falta una tabla o una "
+               "columna). Compruebe que es la base de datos correcta."},
+        {"SELECT Precio FROM Actividad", "La base de datos «" + database
+                                             + "» no tiene la estructura que el programa espera (falta una tabla o una "
+                                               "columna). Compruebe que es la base de datos correcta."},
         {"INSERT INTO Provincia (IDProvincia, descripcion) VALUES (28, 'Otra')",
-         "La base de datos «" + database + "» ha rechazado un dato que incumple sus reglas (un valor repetido o que "
-                                           "falta)."},
+         "La base de datos «" + database
+             + "» ha rechazado un dato que incumple sus reglas (un valor repetido o que "
+               "falta)."},
         {"SELEC 1", "La base de datos «" + database + "» no ha podido ejecutar una instrucción del programa."},
     };
     for (const auto &k : cases) {

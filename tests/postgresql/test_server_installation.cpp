@@ -43,7 +43,7 @@ InstallationDescription TwoYears()
 QString ServerString(const QString &database)
 {
     return "Provider=PostgreSQL;Host=" + ServerValue("Host") + ";Port=" + ServerValue("Port") + ";Database=" + database
-        + ";User ID=" + ServerValue("User ID") + ";Password=" + ServerValue("Password");
+           + ";User ID=" + ServerValue("User ID") + ";Password=" + ServerValue("Password");
 }
 
 bool DatabaseExists(const QString &name)
@@ -125,8 +125,8 @@ TEST_F(ServerInstallation, AServerConnectionOfAnotherProviderIsRefused)
 TEST_F(ServerInstallation, TheDemoOnTheServerNamesItsDatabasesAfterTheConnectionsDatabase)
 {
     const QString name = TestDatabasePrefix() + "_demo";
-    const InstallationPaths paths
-        = CreateDemoInstallationOnServer(dir.filePath("demo"), ServerString(name), dir.filePath("bin"));
+    const InstallationPaths paths = CreateDemoInstallationOnServer(dir.filePath("demo"), ServerString(name),
+                                                                   dir.filePath("bin"));
     EXPECT_EQ(paths.conexionLocalCentro, ServerString(name + "_centro"));
     EXPECT_EQ(paths.modelo182File, dir.filePath("bin/Informes/Modelo182.mdb"));
     EXPECT_EQ(SettingsFile::Read(paths.iniFile).Value("Sesion", "sqlserver"), "true");

@@ -23,29 +23,38 @@ QStringList Tables(Connection &c)
 
 QString Columns(Connection &c, const QString &table)
 {
-    return Rows(c, "SELECT column_name FROM information_schema.columns WHERE table_schema='public' AND table_name='"
-                       + table + "' ORDER BY ordinal_position")
+    return Rows(c, "SELECT column_name FROM information_schema.columns WHERE table_schema='public' AND table_name='" + table
+                       + "' ORDER BY ordinal_position")
         .join(',');
 }
 
 TEST_F(ServerSchema, EachHostDatabaseHasItsTablesColumnOrdersAndCollationAndIsCreatedTwiceWithoutLoss)
 {
-    const struct {
+    const struct
+    {
         const char *name;
         void (*create)(Connection &);
-        const char *insert;   // a row that creating again must keep
+        const char *insert; // a row that creating again must keep
         const char *tables;
         QList<std::pair<const char *, const char *>> positional;
     } cases[] = {
-        {"entrada", Schema::CreateEntryDatabase, "INSERT INTO Centro (IDCentro, Nombre) VALUES (1, 'Colegio')",
-         "centro cursoescolar m182_version", {{"cursoescolar", "idcursoescolar,nombre,codcentro,bd"}}},
-        {"centro", Schema::CreateSchoolDatabase, "INSERT INTO ComDed VALUES (1,2,3.5)",
+        {"entrada",
+         Schema::CreateEntryDatabase,
+         "INSERT INTO Centro (IDCentro, Nombre) VALUES (1, 'Colegio')",
+         "centro cursoescolar m182_version",
+         {{"cursoescolar", "idcursoescolar,nombre,codcentro,bd"}}},
+        {"centro",
+         Schema::CreateSchoolDatabase,
+         "INSERT INTO ComDed VALUES (1,2,3.5)",
          "almfmodelo182 comded cursoescact datosmodelo182 m182_version",
-         {{"almfmodelo182", "idal,idmf,nombre,ap1,ap2,nif,mostrar"}, {"comded", "idcomaut,iddeduc,valor"},
+         {{"almfmodelo182", "idal,idmf,nombre,ap1,ap2,nif,mostrar"},
+          {"comded", "idcomaut,iddeduc,valor"},
           {"cursoescact", "idcursoescolar,nombre,conbd,idactividad,actnom,deduc,tipodon,tipodonded,meses,deduccomaut"},
           {"datosmodelo182", "idal,idmf,idcc,idact,pago"}}},
         {"borrado", Schema::CreateDeletedRecordsDatabase, nullptr, "m182_version", {}},
-        {"curso", Schema::CreateYearDatabase, "INSERT INTO Actividad (IDActividad, Nombre) VALUES (1, 'Comedor')",
+        {"curso",
+         Schema::CreateYearDatabase,
+         "INSERT INTO Actividad (IDActividad, Nombre) VALUES (1, 'Comedor')",
          "actividad alumno alumno_actividad_miembro centro direccion m182_version miembrofamilia "
          "miembrofamiliapagador provincia",
          {{"alumno_actividad_miembro", "idalumnoactividadmiembro,codalumno,codactividad,codmiembrofamiliapagador,"
@@ -84,8 +93,7 @@ TEST_F(ServerSchema, TheYearDatabaseHasTheProvincesAndItsTypesReadAsTheSQLiteOne
     EXPECT_EQ(rs.FieldNames(), (QStringList{"idactividad", "nombre", "precioeuros"}));
     // Whole numbers come as SQLite gives them, 64-bit.
     EXPECT_EQ(rs.Fields("IDActividad"), QVariant(qlonglong(3)));
-    EXPECT_EQ(db->Execute("SELECT MAX(IDActividad) AS m FROM Actividad").Fields("m"),
-              QVariant(qlonglong(3)));
+    EXPECT_EQ(db->Execute("SELECT MAX(IDActividad) AS m FROM Actividad").Fields("m"), QVariant(qlonglong(3)));
     EXPECT_EQ(rs.Fields("Nombre").toString(), "Inglés");
     EXPECT_EQ(rs.Fields("PrecioEuros").toDouble(), 12.5);
 }
@@ -109,10 +117,11 @@ TEST_F(ServerSchema, ADatabaseOfANewerProgramIsRefusedOnOpen)
         PostgresSchema::SetVersion(qt, kSchemaVersion + 1);
     }
     const DatabaseError error = ExpectDatabaseError([&] { Open(text); });
-    EXPECT_EQ(error.Message(), "La base de datos «" + TestDatabasePrefix() + "_nueva» fue creada por una versión más "
-                               "reciente del programa (estructura " + QString::number(kSchemaVersion + 1)
-                                   + "; esta versión admite hasta la " + QString::number(kSchemaVersion)
-                                   + "). Actualice el programa para abrirla.");
+    EXPECT_EQ(error.Message(), "La base de datos «" + TestDatabasePrefix()
+                                   + "_nueva» fue creada por una versión más "
+                                     "reciente del programa (estructura "
+                                   + QString::number(kSchemaVersion + 1) + "; esta versión admite hasta la "
+                                   + QString::number(kSchemaVersion) + "). Actualice el programa para abrirla.");
 }
 
 } // namespace

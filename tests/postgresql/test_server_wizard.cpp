@@ -47,8 +47,7 @@ TEST_F(UnreachableServer, ASessionConnectionOnAServerThatDoesNotAnswerStopsWithA
     SettingsFile changed;
     for (const SettingsSection &section : written.Sections())
         for (const SettingsEntry &entry : section.entries)
-            changed.Add(section.name, entry.key,
-                        entry.key == "conexionlocalCENTRO" ? kSilentServer : entry.value);
+            changed.Add(section.name, entry.key, entry.key == "conexionlocalCENTRO" ? kSilentServer : entry.value);
     changed.Write(paths.iniFile);
 
     try {

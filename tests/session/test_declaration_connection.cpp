@@ -35,11 +35,16 @@ TEST(HostApi, VerificarEurosLetsAmountsThrough)
     cCentroApi api;
     const QLocale es(QLocale::Spanish, QLocale::Spain);
     const QLocale en(QLocale::English, QLocale::UnitedStates);
-    struct Case { int key; const char *text; const QLocale *locale; int expected; };
+    struct Case
+    {
+        int key;
+        const char *text;
+        const QLocale *locale;
+        int expected;
+    };
     const Case cases[] = {
-        {'7', "", &es, '7'},      {'a', "12", &es, 0},     {'.', "12", &es, ','}, {',', "12", &en, '.'},
-        {',', "12,5", &es, 0},    {'3', "12,5", &es, '3'}, {'3', "12,50", &es, 0}, {8, "12,50", &es, 8},
-        {'-', "", &es, 0},        {' ', "1", &es, 0},
+        {'7', "", &es, '7'},     {'a', "12", &es, 0},    {'.', "12", &es, ','}, {',', "12", &en, '.'}, {',', "12,5", &es, 0},
+        {'3', "12,5", &es, '3'}, {'3', "12,50", &es, 0}, {8, "12,50", &es, 8},  {'-', "", &es, 0},     {' ', "1", &es, 0},
     };
     for (const Case &c : cases)
         EXPECT_EQ(api.VerificarEuros(c.key, QString::fromUtf8(c.text), *c.locale), c.expected)

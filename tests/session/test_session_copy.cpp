@@ -1,6 +1,6 @@
 #include "data/Connection.h"
-#include "session/SessionCopy.h"
 #include "session/SesionHost.h"
+#include "session/SessionCopy.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -17,13 +17,22 @@ protected:
             connections[name] = Connection::CreateSQLite(dir.filePath(QString(name) + ".db"));
             session->Set(name, connections[name]);
         }
-        const QList<QPair<const char *, SesionHost::Value>> values = {
-            {"rutaaplicacion", QString("/opt/host")}, {"RutaBD", QString("/srv/datos")}, {"Activa", true},
-            {"Accion", qlonglong(3)}, {"lngRowData", qlonglong(70000)}, {"IDPerfil", qlonglong(2)},
-            {"IDUsuario", QString("12")}, // numbers may come as text
-            {"IDCentro", qlonglong(7)}, {"idCursoEscolar", qlonglong(4)}, {"NombreUsuario", QString("secretaria")},
-            {"NombreCentro", QString("Colegio Ñandú")}, {"Pesetas", false}, {"MTP", QString("True")},
-            {"RutaIcono", QString("/opt/host/icono.ico")}, {"sqlserver", false}};
+        const QList<QPair<const char *, SesionHost::Value>> values = {{"rutaaplicacion", QString("/opt/host")},
+                                                                      {"RutaBD", QString("/srv/datos")},
+                                                                      {"Activa", true},
+                                                                      {"Accion", qlonglong(3)},
+                                                                      {"lngRowData", qlonglong(70000)},
+                                                                      {"IDPerfil", qlonglong(2)},
+                                                                      {"IDUsuario",
+                                                                       QString("12")}, // numbers may come as text
+                                                                      {"IDCentro", qlonglong(7)},
+                                                                      {"idCursoEscolar", qlonglong(4)},
+                                                                      {"NombreUsuario", QString("secretaria")},
+                                                                      {"NombreCentro", QString("Colegio Ñandú")},
+                                                                      {"Pesetas", false},
+                                                                      {"MTP", QString("True")},
+                                                                      {"RutaIcono", QString("/opt/host/icono.ico")},
+                                                                      {"sqlserver", false}};
         for (const auto &[name, value] : values)
             session->Set(name, value);
     }
@@ -67,12 +76,18 @@ TEST_F(SessionCopyTest, AMissingOrUnconvertiblePropertyAbortsAndEarlierOnesKeepT
 {
     c.set_intIdCentro(1);
     c.set_strNombreUsuario("antes");
-    struct Case { const char *name; SesionHost::Value value; const char *message; };
+    struct Case
+    {
+        const char *name;
+        SesionHost::Value value;
+        const char *message;
+    };
     const Case cases[] = {
         {"IDCentro", qlonglong(32768),
          "Desbordamiento: la propiedad de sesión «IDCentro» vale 32768, fuera del intervalo -32768 a 32767."},
         {"conexionlocalCENTRO", QString("Provider=SQLite;Data Source=centro.db"),
-         "La propiedad de sesión «conexionlocalCENTRO» vale «Provider=SQLite;Data Source=centro.db», que no es una conexión."},
+         "La propiedad de sesión «conexionlocalCENTRO» vale «Provider=SQLite;Data Source=centro.db», que no es una "
+         "conexión."},
         {"Accion", qlonglong(256), "Desbordamiento: la propiedad de sesión «Accion» vale 256, fuera del intervalo 0 a 255."},
     };
     for (const Case &bad : cases) {
@@ -85,9 +100,9 @@ TEST_F(SessionCopyTest, AMissingOrUnconvertiblePropertyAbortsAndEarlierOnesKeepT
             EXPECT_EQ(error.Message(), bad.message);
         }
     }
-    EXPECT_EQ(c.RutaBD(), "/srv/datos");                                  // read before the failures
+    EXPECT_EQ(c.RutaBD(), "/srv/datos"); // read before the failures
     EXPECT_EQ(c.conLocalBorradoCentro(), connections["conexionBORRADOlocalCENTRO"]);
-    EXPECT_EQ(c.intIdCentro(), 1);                                         // after them: untouched
+    EXPECT_EQ(c.intIdCentro(), 1); // after them: untouched
     EXPECT_EQ(c.strNombreUsuario(), "antes");
 
     // Names are case-sensitive: "idcentro" is not "IDCentro".

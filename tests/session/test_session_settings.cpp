@@ -58,8 +58,8 @@ TEST_F(SessionSettingsTest, AMissingFileSectionOrDatabaseIsAClearError)
         EXPECT_EQ(error.Message(), "No se encuentra el fichero de sesión «" + dir.filePath("no.ini") + "».");
     }
     EXPECT_THROW(SessionSettings::Load(Write("otra.ini", "[Otra]\nx=1\n")), SessionError);
-    const SessionSettings missing =
-        SessionSettings::Load(Write("s.ini", "[Sesion]\nconexionAppEntrada=\"Provider=SQLite;Data Source=datos/no.db\"\n"));
+    const SessionSettings missing = SessionSettings::Load(
+        Write("s.ini", "[Sesion]\nconexionAppEntrada=\"Provider=SQLite;Data Source=datos/no.db\"\n"));
     EXPECT_ANY_THROW(missing.BuildSession());
     EXPECT_FALSE(QFile::exists(dir.filePath("datos/no.db"))); // never created
 }

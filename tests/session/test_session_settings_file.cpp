@@ -7,8 +7,8 @@
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <limits>
 #include <gtest/gtest.h>
+#include <limits>
 
 // Failed comparisons show texts as texts.
 inline void PrintTo(const QString &text, std::ostream *out)
@@ -123,7 +123,7 @@ TEST_F(SessionSettingsFileTest, NumbersThatDoNotFitOrAreNoNumbersAreRefusedBefor
         {"IDPerfil=1.5", "IDPerfil", "1.5"},
         {"IDUsuario=true", "IDUsuario", "true"},
         {"IDCentro=", "IDCentro", ""},
-        {"Propia=123456789012345678901", "Propia", "123456789012345678901"},   // not one of the host's
+        {"Propia=123456789012345678901", "Propia", "123456789012345678901"}, // not one of the host's
     };
     // A connection to a missing database comes first: opening it would fail
     // differently, so the refusal must come before any opening.
@@ -138,7 +138,8 @@ TEST_F(SessionSettingsFileTest, NumbersThatDoNotFitOrAreNoNumbersAreRefusedBefor
 
     // The 64-bit limits themselves are numbers; a name is a text even when it looks like one.
     const SesionHostPtr session = SessionSettings::Load(Write("s.ini",
-        "[Sesion]\nlngRowData=9223372036854775807\nAccion=-9223372036854775808\nNombreCentro=007\nPropia=hola, 1\n"))
+                                                              "[Sesion]\nlngRowData=9223372036854775807\nAccion=-"
+                                                              "9223372036854775808\nNombreCentro=007\nPropia=hola, 1\n"))
                                       .BuildSession();
     EXPECT_EQ(session->Integer("lngRowData"), std::numeric_limits<qlonglong>::max());
     EXPECT_EQ(session->Integer("Accion"), std::numeric_limits<qlonglong>::min());
@@ -149,8 +150,9 @@ TEST_F(SessionSettingsFileTest, NumbersThatDoNotFitOrAreNoNumbersAreRefusedBefor
 TEST_F(SessionSettingsFileTest, AMalformedLineIsNamedWithTheFile)
 {
     const QString file = Write("s.ini", "[Sesion]\nIDCentro=1\nNombreCentro Colegio\n");
-    EXPECT_EQ(LoadError(file), "Fichero «" + file + "». La línea 3 no es una sección «[nombre]», un comentario ni "
-                                                    "una línea «clave=valor»: «NombreCentro Colegio». Corríjala o bórrela.");
+    EXPECT_EQ(LoadError(file), "Fichero «" + file
+                                   + "». La línea 3 no es una sección «[nombre]», un comentario ni "
+                                     "una línea «clave=valor»: «NombreCentro Colegio». Corríjala o bórrela.");
 }
 
 } // namespace

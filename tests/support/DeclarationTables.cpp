@@ -20,8 +20,8 @@ std::shared_ptr<Connection> CreateDeclarationFile(const QString &path)
 
 qint64 InsertDeclarant(Connection &connection, const DeclarantValues &v)
 {
-    QStringList values{v.ejercicio, v.nombre, v.nif, v.pcnombre, v.pcapellido1, v.pcapellido2,
-                       v.pctelefono, v.regimenfiscal, v.delegacion, v.domicilio};
+    QStringList values{v.ejercicio,   v.nombre,     v.nif,           v.pcnombre,   v.pcapellido1,
+                       v.pcapellido2, v.pctelefono, v.regimenfiscal, v.delegacion, v.domicilio};
     for (QString &value : values)
         value = SqlText(value);
     connection.Execute(QStringLiteral("INSERT INTO Declarantes (ejercicio,nombre,nif,pcnombre,pcapellido1,"
@@ -34,12 +34,10 @@ qint64 InsertDeclarant(Connection &connection, const DeclarantValues &v)
 
 void InsertDonor(Connection &connection, const DonorValues &v)
 {
-    const QString id = connection.Execute(QStringLiteral("SELECT MAX(IDDeclarante) FROM Declarantes"))
-                           .Fields(0)
-                           .toString();
-    QStringList values{v.nombre, v.apellido1, v.apellido2, v.nif, v.nifrepresentante, v.codigoprovincia,
-                       v.clave, v.deduccion, v.importe, v.donativoenespecie, v.comunidadAut, v.deduccionCAut,
-                       v.tipoPersona};
+    const QString id = connection.Execute(QStringLiteral("SELECT MAX(IDDeclarante) FROM Declarantes")).Fields(0).toString();
+    QStringList values{v.nombre,          v.apellido1,     v.apellido2,  v.nif,     v.nifrepresentante,
+                       v.codigoprovincia, v.clave,         v.deduccion,  v.importe, v.donativoenespecie,
+                       v.comunidadAut,    v.deduccionCAut, v.tipoPersona};
     for (QString &value : values)
         value = SqlText(value);
     connection.Execute(QStringLiteral("INSERT INTO Donantes (codDeclarante, nombre, apellido1, apellido2, nif, "
@@ -51,15 +49,12 @@ void InsertDonor(Connection &connection, const DonorValues &v)
 void FillLargeDeclaration(Connection &connection, int rows, const QLocale &locale)
 {
     static const char kLetters[] = "TRWAGMYFPDXBNJZSQVHLCKEO";
-    static const QStringList kNames{QStringLiteral("José"), QStringLiteral("María"), QStringLiteral("Núria"),
-                                    QStringLiteral("Iñaki"), QStringLiteral("Ana"), QStringLiteral("Joan")};
-    static const QStringList kSurnames{QStringLiteral("García"), QStringLiteral("Muñoz"),
-                                       QStringLiteral("Martínez"), QStringLiteral("Puig"),
-                                       QStringLiteral("López"), QStringLiteral("Çelik")};
+    static const QStringList kNames{QStringLiteral("José"),  QStringLiteral("María"), QStringLiteral("Núria"),
+                                    QStringLiteral("Iñaki"), QStringLiteral("Ana"),   QStringLiteral("Joan")};
+    static const QStringList kSurnames{QStringLiteral("García"), QStringLiteral("Muñoz"), QStringLiteral("Martínez"),
+                                       QStringLiteral("Puig"),   QStringLiteral("López"), QStringLiteral("Çelik")};
     InsertDeclarant(connection, DeclarantValues());
-    const QString id = connection.Execute(QStringLiteral("SELECT MAX(IDDeclarante) FROM Declarantes"))
-                           .Fields(0)
-                           .toString();
+    const QString id = connection.Execute(QStringLiteral("SELECT MAX(IDDeclarante) FROM Declarantes")).Fields(0).toString();
     connection.BeginTrans();
     QSqlQuery insert(connection.Database());
     const QString sql = QStringLiteral(

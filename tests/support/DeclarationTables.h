@@ -31,7 +31,7 @@ struct DonorValues
     QString apellido1;
     QString apellido2;
     QString nif;
-    QString importe;                               // as the user's locale formats it
+    QString importe; // as the user's locale formats it
     QString deduccion = QStringLiteral("08000");
     QString codigoprovincia = QStringLiteral("08");
     QString comunidadAut = QStringLiteral("09");

@@ -60,7 +60,7 @@ HostProvider RequestedProvider()
 {
     const QString requested = QProcessEnvironment::systemEnvironment().value(QStringLiteral("M182_PROVIDER"));
     return requested.compare(QLatin1String("PostgreSQL"), Qt::CaseInsensitive) == 0 ? HostProvider::PostgreSQL
-                                                                                     : HostProvider::SQLite;
+                                                                                    : HostProvider::SQLite;
 }
 
 QString TestServer()

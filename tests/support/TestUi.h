@@ -14,8 +14,8 @@ public:
     struct Message
     {
         QString text;
-        int icon = 0;     // vbCritical, vbQuestion, vbExclamation, vbInformation or 0
-        int buttons = 0;  // vbOKOnly, vbYesNo, ...
+        int icon = 0;    // vbCritical, vbQuestion, vbExclamation, vbInformation or 0
+        int buttons = 0; // vbOKOnly, vbYesNo, ...
         int answer = 0;
         bool beeped = false; // a beep came right before it
     };
@@ -34,9 +34,9 @@ public:
     const QList<Message> &Messages() const { return m_messages; }
     QStringList MessageTexts() const;
     int Beeps() const { return m_beeps; }
-    QStringList Shown() const { return m_shown; }   // window names, in order
+    QStringList Shown() const { return m_shown; } // window names, in order
     QStringList Closed() const { return m_closed; }
-    QStringList OpenWindows() const;                // bottom first
+    QStringList OpenWindows() const; // bottom first
     QList<int> Pointers() const { return m_pointers; }
     QStringList Opened() const { return m_opened; } // documents handed to ShellOpen
     void ClearLog();

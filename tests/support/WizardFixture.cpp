@@ -121,7 +121,7 @@ void Pick(ListControl &list, const QString &text)
 {
     const int index = list.Texts().indexOf(text);
     if (index < 0)
-        throw std::runtime_error(("no entry «" + text + "» in " + list.Name() + ": " + list.Texts().join(" | "))
-                                     .toStdString());
+        throw std::runtime_error(
+            ("no entry «" + text + "» in " + list.Name() + ": " + list.Texts().join(" | ")).toStdString());
     list.SetListIndex(index);
 }

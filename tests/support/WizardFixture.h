@@ -7,17 +7,16 @@
 #include "wizard/cAsignarDatos.h"
 
 #include <QStringList>
-#include <ostream>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 
 class frmSelCursos;
 class frmSelActividad;
 class frmActividadMes;
 class frmActividadPonderacion;
 class frmActividadAlumno;
-
 
 // Failed comparisons show texts as texts.
 inline void PrintTo(const QString &text, std::ostream *out)
@@ -51,8 +50,7 @@ protected:
     // name, in this order).
     frmSelCursos &SelectYears(const QStringList &years);
     // The window now on top, as the given type (fails the test if it is not).
-    template <typename T>
-    T &Top()
+    template <typename T> T &Top()
     {
         auto *form = dynamic_cast<T *>(ui.Stack().Top());
         if (!form)

@@ -1,12 +1,15 @@
-#include "UtilTest.h"
 #include "util/NifCif.h"
-#include <gtest/gtest.h>
+#include "UtilTest.h"
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 
 const QString kTable = "TRWAGMYFPDXBNJZSQVHLCKE"; // the published NIF letters, by remainder modulo 23
-static bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
+static bool isDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
 
 TEST(LetraNIFTest, RemainderModulo23SelectsTheLetterAlsoBelowZero)
 {
@@ -20,11 +23,23 @@ TEST(LetraNIFTest, RemainderModulo23SelectsTheLetterAlsoBelowZero)
 TEST(NIFConLetraTest, TextAsTypedThenHyphenAndLetterOrEmpty)
 {
     // Letters: 12345678 Z, 1234567 L, -1 E, 12 N, 14 Z. Decimals round half to even: 12.5 -> 12, 13.5 -> 14.
-    const struct { const char *digits; bool english; const char *hyphen, *noHyphen; } cases[] = {
-        {"12345678", false, "12345678-Z", "12345678Z"}, {"01234567", false, "01234567-L", "01234567L"},
-        {"-1", false, "-1-E", "1E"}, {"12,5", false, "12,5-N", "12,5N"}, {"13,5", true, "13,5-Z", "13,5Z"},
-        {"1.234.567", false, "1.234.567-L", "1.234.567L"}, {"1.234.567", true, "", ""},
-        {"2147483648", false, "", ""}, {"", false, "", ""}, {"abc", false, "", ""}, {"1e5", false, "", ""},
+    const struct
+    {
+        const char *digits;
+        bool english;
+        const char *hyphen, *noHyphen;
+    } cases[] = {
+        {"12345678", false, "12345678-Z", "12345678Z"},
+        {"01234567", false, "01234567-L", "01234567L"},
+        {"-1", false, "-1-E", "1E"},
+        {"12,5", false, "12,5-N", "12,5N"},
+        {"13,5", true, "13,5-Z", "13,5Z"},
+        {"1.234.567", false, "1.234.567-L", "1.234.567L"},
+        {"1.234.567", true, "", ""},
+        {"2147483648", false, "", ""},
+        {"", false, "", ""},
+        {"abc", false, "", ""},
+        {"1e5", false, "", ""},
     };
     for (const auto &c : cases) {
         const QLocale locale = c.english ? english() : spanish();
@@ -36,10 +51,15 @@ TEST(NIFConLetraTest, TextAsTypedThenHyphenAndLetterOrEmpty)
 TEST(ValidarNIFTest, PaddedToNineAndCorrectedSoThatTheSecondCallValidates)
 {
     // Letters: 12345678 Z, 1234567 L, 23456789 D, 1234 S, 0 T.
-    const struct { const char *input; bool valid; const char *after; } cases[] = {
-        {"12345678Z", true, "12345678Z"}, {"1234567L", true, "01234567L"}, {"123456789D", true, "23456789D"},
+    const struct
+    {
+        const char *input;
+        bool valid;
+        const char *after;
+    } cases[] = {
+        {"12345678Z", true, "12345678Z"}, {"1234567L", true, "01234567L"},   {"123456789D", true, "23456789D"},
         {"12345678", false, "12345678Z"}, {"12345678A", false, "12345678Z"}, {"12345678z", false, "12345678Z"},
-        {"", false, "00000000T"}, {"1234A678Z", false, "00001234S"}, {"ABCDEFGHI", false, "00000000T"},
+        {"", false, "00000000T"},         {"1234A678Z", false, "00001234S"}, {"ABCDEFGHI", false, "00000000T"},
     };
     for (const auto &c : cases) {
         QString id = c.input;
@@ -52,12 +72,17 @@ TEST(ValidarNIFTest, PaddedToNineAndCorrectedSoThatTheSecondCallValidates)
 TEST(ValidarNIFCIFTest, NormalisedThenCheckedAsNifNieOrCif)
 {
     // Y1234567X and Z1234567D would be right as the numbers 11234567 and 21234567; CIF body 5881850 takes A or 1.
-    const struct { const char *input; bool valid; const char *after; } cases[] = {
-        {"12345678-Z", true, "12345678Z"}, {"12345678-z", true, "12345678Z"}, {" 1234-5678-Z ", true, "12345678Z"},
-        {"12345678-A", false, "12345678Z"}, {"12345678", false, "12345678"}, {"         ", false, ""},
-        {"X1234567L", true, "X1234567L"}, {"x-1234567-l", true, "X1234567L"}, {"X1234567A", false, "X1234567A"},
-        {"Y1234567X", false, "Y1234567X"}, {"Z1234567D", false, "Z1234567D"}, {"N5881850A", false, "N5881850A"},
-        {"Ñ5881850A", false, "Ñ5881850A"}, {"a-58818501", true, "A58818501"}, {" p-5881850-a ", true, "P5881850A"},
+    const struct
+    {
+        const char *input;
+        bool valid;
+        const char *after;
+    } cases[] = {
+        {"12345678-Z", true, "12345678Z"},  {"12345678-z", true, "12345678Z"},  {" 1234-5678-Z ", true, "12345678Z"},
+        {"12345678-A", false, "12345678Z"}, {"12345678", false, "12345678"},    {"         ", false, ""},
+        {"X1234567L", true, "X1234567L"},   {"x-1234567-l", true, "X1234567L"}, {"X1234567A", false, "X1234567A"},
+        {"Y1234567X", false, "Y1234567X"},  {"Z1234567D", false, "Z1234567D"},  {"N5881850A", false, "N5881850A"},
+        {"Ñ5881850A", false, "Ñ5881850A"},  {"a-58818501", true, "A58818501"},  {" p-5881850-a ", true, "P5881850A"},
     };
     for (const auto &c : cases) {
         QString id = c.input;
@@ -71,9 +96,12 @@ TEST(ValidarNIFCIFTest, CifControlOfEveryFirstLetter)
     // By hand: digits at 3, 5, 7 summed; those at 2, 4, 6, 8 doubled and their digits summed; d = 10 - last
     // digit. 5881850: 14 + (1+0 + 1+6 + 1+6 + 0) = 29, d = 1. 1234567: 12 + 14 = 26, d = 4.
     // 0801234: 12 + 12 = 24, d = 6. 1111111: 3 + 8 = 11, d = 9. 3141592: 11 + 19 = 30, d = 10.
-    const struct { const char *body; char letter, digit; } bodies[] = {
-        {"5881850", 'A', '1'}, {"1234567", 'D', '4'}, {"0801234", 'F', '6'}, {"1111111", 'I', '9'},
-        {"3141592", 'J', '0'},
+    const struct
+    {
+        const char *body;
+        char letter, digit;
+    } bodies[] = {
+        {"5881850", 'A', '1'}, {"1234567", 'D', '4'}, {"0801234", 'F', '6'}, {"1111111", 'I', '9'}, {"3141592", 'J', '0'},
     };
     for (const char first : QByteArray("ABCDEFGHKLMPQRS"))
         for (const auto &b : bodies)
@@ -89,8 +117,8 @@ TEST(ValidarNIFCIFTest, CifControlOfEveryFirstLetter)
 
 TEST(ValidarNIFCIFTest, CifWithANonDigitAt3Or5Or7RaisesAfterNormalising)
 {
-    for (const auto &[input, normalised] : {std::pair{"A5X818501", "A5X818501"}, {"a-588x8501", "A588X8501"},
-                                            {"P58818X0A", "P58818X0A"}}) {
+    for (const auto &[input, normalised] :
+         {std::pair{"A5X818501", "A5X818501"}, {"a-588x8501", "A588X8501"}, {"P58818X0A", "P58818X0A"}}) {
         QString id = input;
         const QString message = errorOf([&] { ValidarNIFCIF(id); });
         EXPECT_TRUE(message.startsWith("El identificador fiscal «" + QString(normalised) + "»")) << input;
@@ -116,7 +144,8 @@ TEST(NifCifFuzzTest, RandomTextsNeverCrashAndKeepEachContract)
             ASSERT_EQ(id, ("000000000" + input).right(9));
         else
             ASSERT_TRUE(id.size() == 9 && std::all_of(id.begin(), id.begin() + 8, isDigit)
-                        && id[8] == kTable[id.left(8).toInt() % 23] && ValidarNIF(id)) << id.toStdString();
+                        && id[8] == kTable[id.left(8).toInt() % 23] && ValidarNIF(id))
+                << id.toStdString();
         const QString normalised = QString(input).remove(QLatin1Char('-')).trimmed().toUpper();
         id = input; // ValidarNIFCIF: only normalises or corrects a NIF; raises only for a CIF without a digit
         try {
@@ -135,8 +164,9 @@ TEST(NifCifFuzzTest, RandomTextsNeverCrashAndKeepEachContract)
         const bool hyphen = below(2); // NIFConLetra: empty, or the text, "-" and a letter
         const QString result = NIFConLetra(input, hyphen, spanish()), withLetter = input + "-" + result.right(1);
         lettered += !result.isEmpty();
-        ASSERT_TRUE(result.isEmpty() || (kTable.contains(result.back())
-                                         && result == (hyphen ? withLetter : QString(withLetter).remove('-'))));
+        ASSERT_TRUE(
+            result.isEmpty()
+            || (kTable.contains(result.back()) && result == (hyphen ? withLetter : QString(withLetter).remove('-'))));
     }
     EXPECT_GT(valid, 0);
     EXPECT_GT(raised, 0);

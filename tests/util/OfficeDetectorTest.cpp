@@ -1,8 +1,8 @@
+#include "util/OfficeDetector.h"
 #include "UtilTest.h"
 #include "util/NullRegistry.h"
-#include "util/OfficeDetector.h"
-#include <gtest/gtest.h>
 #include <algorithm>
+#include <gtest/gtest.h>
 
 const QString kUninstall = "HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\";
 const QString kOffice = "Microsoft Office 2000 Premium";
@@ -60,36 +60,57 @@ public:
         const auto within = [&](const QString &k) { return (k + "\\").startsWith(path + "\\", Qt::CaseInsensitive); };
         if (std::none_of(keys.begin(), keys.end(), within) || unopenable.contains(path, Qt::CaseInsensitive))
             return false;
-        open[*key = ++lastHandle] = path;
+        open[ *key = ++lastHandle] = path;
         return true;
     }
     Key lastHandle = 100;
 };
 
-static QString computerName() { return "PC-SECRETARIA"; }
+static QString computerName()
+{
+    return "PC-SECRETARIA";
+}
 
 TEST(OfficeDetectorTest, VersionOfTheLastRecognisedProgramAndTheSoftwareFound)
 {
-    const struct { const char *what; QStringList installed, curVers, lotusNotes; const char *version;
-                   QStringList found; } cases[] = {
+    const struct
+    {
+        const char *what;
+        QStringList installed, curVers, lotusNotes;
+        const char *version;
+        QStringList found;
+    } cases[] = {
         {"8", {kOffice}, {"Word.Application.8"}, {}, "Versión 97", {"Microsoft Word Versión 97"}},
         {"9", {kOffice}, {"Word.Application.9"}, {}, "Versión 2000", {"Microsoft Word Versión 2000"}},
         {"10", {kOffice}, {"Word.Application.10"}, {}, "Versión XP", {"Microsoft Word Versión XP"}},
         {"11 alone", {kOffice}, {"Word.Application.11"}, {}, "", {"Microsoft Word "}},
-        {"FrontPage 4 alone", {kOffice}, {"FrontPage.Application.4"}, {}, "Versión 2000",
+        {"FrontPage 4 alone",
+         {kOffice},
+         {"FrontPage.Application.4"},
+         {},
+         "Versión 2000",
          {"Microsoft FrontPage Versión 2000"}},
         {"no readable CurVer value", {kOffice}, {"Word"}, {}, "", {}},
         {"no Office entry", {"7-Zip 9.20"}, {"Word.Application.9"}, {}, "", {}},
-        {"the last recognised wins, in program order, not the order added", {kOffice},
+        {"the last recognised wins, in program order, not the order added",
+         {kOffice},
          {"Publisher.Application.5", "Word.Application.8", "Outlook.Application.9", "Access.Application.10",
-          "Visio.Application.8"}, {}, "Versión XP",
+          "Visio.Application.8"},
+         {},
+         "Versión XP",
          {"Microsoft Word Versión 97", "Microsoft Access Versión XP", "Microsoft Outlook Versión 2000",
           "Microsoft Publisher Versión XP"}},
-        {"an unrecognised number keeps the text before", {kOffice}, {"Word.Application.9", "Excel.Application.11"},
-         {}, "Versión 2000", {"Microsoft Word Versión 2000", "Microsoft Excel Versión 2000"}},
+        {"an unrecognised number keeps the text before",
+         {kOffice},
+         {"Word.Application.9", "Excel.Application.11"},
+         {},
+         "Versión 2000",
+         {"Microsoft Word Versión 2000", "Microsoft Excel Versión 2000"}},
         {"every Office entry scans; Lotus Notes in the order of the entries",
-         {"Microsoft Office XP", "Lotus Notes 6.5", "Microsoft Office Proof"}, {"Word.Application.10"},
-         {"6.5", "7.0"}, "Versión XP",
+         {"Microsoft Office XP", "Lotus Notes 6.5", "Microsoft Office Proof"},
+         {"Word.Application.10"},
+         {"6.5", "7.0"},
+         "Versión XP",
          {"Microsoft Word Versión XP", "Lotus Notes 6.5", "Lotus Notes 7.0", "Microsoft Word Versión XP"}},
     };
     FakeRegistry registry;
@@ -115,9 +136,18 @@ TEST(OfficeDetectorTest, RegistryFailuresAreSilentAndTheScanGoesOnAsFarAsItCan)
 {
     const QString office97 = kUninstall + "Microsoft Office 97", host = "Cannot connect to host PC-SECRETARIA",
                   noKey = "Cannot open key. Computer: PC-SECRETARIA";
-    const struct { QString unopenable; bool reachMachine, reachClasses; const char *version;
-                   QStringList found, diagnostics; } cases[] = {
-        {office97, true, true, "Versión 2000", {"Microsoft Word Versión 2000"},
+    const struct
+    {
+        QString unopenable;
+        bool reachMachine, reachClasses;
+        const char *version;
+        QStringList found, diagnostics;
+    } cases[] = {
+        {office97,
+         true,
+         true,
+         "Versión 2000",
+         {"Microsoft Word Versión 2000"},
          {"Unable to open registry key:" + office97.mid(5) + " Machine: PC-SECRETARIA"}},
         {kUninstall.chopped(1), true, true, "", {}, {noKey}},
         {"", false, true, "", {}, {"Cannot connect to machine.PC-SECRETARIA", noKey}},

@@ -1,12 +1,22 @@
-#include "UtilTest.h"
 #include "util/TextRoutines.h"
+#include "UtilTest.h"
 #include <gtest/gtest.h>
 
 TEST(FixedWidthTest, TrimmedThenCutToTheWidthOrFilledInFront)
 {
-    const struct { QVariant text; int width; const char *fill, *expected; } cases[] = {
-        {"1234567Z", 9, "0", "01234567Z"}, {"  123  ", 9, "0", "000000123"}, {"1234567890Z", 9, "0", "123456789"},
-        {QVariant(), 3, "x", "xxx"}, {"x", 4, "ab", "abababx"}, {42, 5, "0", "00042"}, {"abc", 0, "0", ""},
+    const struct
+    {
+        QVariant text;
+        int width;
+        const char *fill, *expected;
+    } cases[] = {
+        {"1234567Z", 9, "0", "01234567Z"},
+        {"  123  ", 9, "0", "000000123"},
+        {"1234567890Z", 9, "0", "123456789"},
+        {QVariant(), 3, "x", "xxx"},
+        {"x", 4, "ab", "abababx"},
+        {42, 5, "0", "00042"},
+        {"abc", 0, "0", ""},
     };
     for (const auto &c : cases)
         EXPECT_EQ(FixedWidth(c.text, c.width, c.fill), c.expected) << c.expected;

@@ -1,8 +1,8 @@
+#include "util/VbFormat.h"
 #include "UtilTest.h"
 #include "util/OverflowError.h"
-#include "util/VbFormat.h"
-#include <gtest/gtest.h>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
 #include <stdexcept>
 
@@ -11,12 +11,24 @@ const double kNaN = std::nan(""), kInf = std::numeric_limits<double>::infinity()
 TEST(FormatNumberTest, CellsAndTotalsInBothLocales)
 {
     const char *totals = "#,###,##0.00";
-    const struct { const char *pattern; double value; const char *spanish, *english; } cases[] = {
-        {totals, 1234.5, "1.234,50", "1,234.50"}, {totals, 999.99, "999,99", "999.99"}, {totals, 0, "0,00", "0.00"},
-        {totals, -1234567.891, "-1.234.567,89", "-1,234,567.89"}, {totals, 999.995, "1.000,00", "1,000.00"},
-        {"0.00", 1234.5, "1234,50", "1234.50"}, {"0.00", 0.07, "0,07", "0.07"},
-        {"0.00", 2.675, "2,68", "2.68"}, {"0.00", -2.675, "-2,68", "-2.68"}, // half away from zero, as typed
-        {"0.00", -0.001, "0,00", "0.00"}, {"0.0#", 2.5, "2,5", "2.5"}, {"0.0#", 2.567, "2,57", "2.57"},
+    const struct
+    {
+        const char *pattern;
+        double value;
+        const char *spanish, *english;
+    } cases[] = {
+        {totals, 1234.5, "1.234,50", "1,234.50"},
+        {totals, 999.99, "999,99", "999.99"},
+        {totals, 0, "0,00", "0.00"},
+        {totals, -1234567.891, "-1.234.567,89", "-1,234,567.89"},
+        {totals, 999.995, "1.000,00", "1,000.00"},
+        {"0.00", 1234.5, "1234,50", "1234.50"},
+        {"0.00", 0.07, "0,07", "0.07"},
+        {"0.00", 2.675, "2,68", "2.68"},
+        {"0.00", -2.675, "-2,68", "-2.68"}, // half away from zero, as typed
+        {"0.00", -0.001, "0,00", "0.00"},
+        {"0.0#", 2.5, "2,5", "2.5"},
+        {"0.0#", 2.567, "2,57", "2.57"},
     };
     for (const auto &c : cases) {
         EXPECT_EQ(FormatNumber(c.value, c.pattern, spanish()), c.spanish) << c.pattern << " " << c.value;
@@ -28,11 +40,25 @@ TEST(FormatNumberTest, CellsAndTotalsInBothLocales)
 TEST(NumberReadingTest, IsNumericAndToDoubleInBothLocales)
 {
     const double no = kNaN; // not a number in that locale
-    const struct { const char *text; double spanish, english; } cases[] = {
-        {"12,5", 12.5, 12.5}, {"1.234", 1.234, 1.234}, {"  -7 ", -7, -7}, {"+4", 4, 4},
-        {"1.234,50", 1234.5, 1234.5}, {"1,234.50", 1234.5, 1234.5}, // both: the last one is the decimal mark
-        {"1.234.567", 1234567, no}, {"1,234,567", no, 1234567},     // repeated: the locale's grouping only
-        {"1..234", no, no}, {"1.234.", no, no}, {"", no, no}, {"12a", no, no}, {"1e5", no, no}, {"-", no, no},
+    const struct
+    {
+        const char *text;
+        double spanish, english;
+    } cases[] = {
+        {"12,5", 12.5, 12.5},
+        {"1.234", 1.234, 1.234},
+        {"  -7 ", -7, -7},
+        {"+4", 4, 4},
+        {"1.234,50", 1234.5, 1234.5},
+        {"1,234.50", 1234.5, 1234.5}, // both: the last one is the decimal mark
+        {"1.234.567", 1234567, no},
+        {"1,234,567", no, 1234567}, // repeated: the locale's grouping only
+        {"1..234", no, no},
+        {"1.234.", no, no},
+        {"", no, no},
+        {"12a", no, no},
+        {"1e5", no, no},
+        {"-", no, no},
     };
     for (const auto &c : cases)
         for (const bool inEnglish : {false, true}) {
@@ -50,7 +76,11 @@ TEST(NumberReadingTest, IsNumericAndToDoubleInBothLocales)
 
 TEST(CIntTest, HalvesToEvenAndOverflowAfterRounding)
 {
-    const struct { double value; qint16 expected; } cases[] = {
+    const struct
+    {
+        double value;
+        qint16 expected;
+    } cases[] = {
         {12.5, 12}, {13.5, 14}, {-2.5, -2}, {-3.5, -4}, {0.5, 0}, {2.6, 3}, {32767.4, 32767}, {-32768.5, -32768},
     };
     for (const auto &c : cases)
@@ -65,9 +95,19 @@ TEST(SqlLiteralTest, DecimalPointTextQuotesDoubledAndBooleans)
 {
     const QLocale saved; // the default locale must not leak into a statement: make it one with a decimal comma
     QLocale::setDefault(spanish());
-    const struct { double value; const char *text; } decimals[] = {
-        {12.5, "12.5"}, {12, "12"}, {-3.25, "-3.25"}, {-0.0, "0"}, {1234567.89, "1234567.89"}, {0.1 + 0.2, "0.3"},
-        {0.000012, "0.000012"}, {1e20, "100000000000000000000"},
+    const struct
+    {
+        double value;
+        const char *text;
+    } decimals[] = {
+        {12.5, "12.5"},
+        {12, "12"},
+        {-3.25, "-3.25"},
+        {-0.0, "0"},
+        {1234567.89, "1234567.89"},
+        {0.1 + 0.2, "0.3"},
+        {0.000012, "0.000012"},
+        {1e20, "100000000000000000000"},
     };
     for (const auto &c : decimals)
         EXPECT_EQ(SqlDecimal(c.value), c.text) << c.value;

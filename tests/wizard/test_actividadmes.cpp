@@ -32,15 +32,15 @@ protected:
     frmSelCursos *cursos = nullptr;
 };
 
-static const QStringList kSchoolMonths = {"Enero", "Febrero", "Marzo", "Abril", "Mayo", "Junio",
-                                          "Septiembre", "Octubre", "Noviembre", "Diciembre"};
+static const QStringList kSchoolMonths = {"Enero", "Febrero",    "Marzo",   "Abril",     "Mayo",
+                                          "Junio", "Septiembre", "Octubre", "Noviembre", "Diciembre"};
 
 TEST_F(MonthStep, LoadListsEveryChosenActivityAndOffersOnlyMonthsWithFees)
 {
     frmActividadMes &form = OpenStep();
     EXPECT_EQ(form.Caption(), "Selección de los meses de facturación de las actividades");
-    EXPECT_EQ(form.cboActCurEsc.Texts(), (QStringList{"2023-2024 - Comedor", "2023-2024 - Transporte",
-                                                      "2023-2024 - Inglés", "2024-2025 - Comedor"}));
+    EXPECT_EQ(form.cboActCurEsc.Texts(),
+              (QStringList{"2023-2024 - Comedor", "2023-2024 - Transporte", "2023-2024 - Inglés", "2024-2025 - Comedor"}));
     EXPECT_EQ(form.lstDisponibles.Texts(), kSchoolMonths);
     EXPECT_EQ(form.lstDisponibles.ItemData(6), 9);
     form.cboActCurEsc.SetListIndex(1);
@@ -89,7 +89,7 @@ TEST_F(MonthStep, ANegativeMonthSumCountsAZeroSumDoesNot)
     MonthFlags plusOne{}, minusOne{};
     plusOne.fill(0);
     minusOne.fill(0);
-    plusOne[4] = 1;   // May: +1 and -1 below sum to 0
+    plusOne[4] = 1; // May: +1 and -1 below sum to 0
     minusOne[4] = -1;
     minusOne[6] = -1; // July: a lone -1
     description.years[0].enrolments << EnrolmentDescription{201, 3, 101, 30.0, plusOne}

@@ -124,8 +124,7 @@ TEST_F(DonorGrid, TheDeclarantComesFromTheLatestYearWhateverTheOrderOfChoice)
     EXPECT_EQ(form.declarante.nombre, "COLEGIO SAN PRUEBA (NUEVO NOMBRE)");
     // Columns follow the order in which the years were chosen.
     EXPECT_EQ(form.msgMod182.TextMatrix(0, kFirstAmount), "2024-2025 <-> Comedor");
-    EXPECT_EQ(Row(form.msgMod182, 1).mid(kFirstAmount),
-              QStringList({"950,00", "40,00", "900,00", "160,00", "90,00"}));
+    EXPECT_EQ(Row(form.msgMod182, 1).mid(kFirstAmount), QStringList({"950,00", "40,00", "900,00", "160,00", "90,00"}));
 }
 
 TEST_F(DonorGrid, LoadedWorkBringsSavedPayersMarksAndAmountsAndKeepsUnplacedPayments)
@@ -225,9 +224,15 @@ TEST_F(DonorGrid, ReturningToTheStepRebuildsFromTheHostData)
 TEST(DonorText, TaxIdentifiersNamesAndHeaders)
 {
     const std::pair<const char *, const char *> ids[] = {
-        {"12345678-z", "12345678z"},  {" 1234567L ", "01234567L"}, {"00000000-T", "00000002W"},
-        {"012345678", "12345678Z"},   {"", ""},                    {"   ", "   "},
-        {"X1234567L", "X1234567L"},   {"B12 345 674", "B12345674"}, {"123456789012", "123456789"},
+        {"12345678-z", "12345678z"},
+        {" 1234567L ", "01234567L"},
+        {"00000000-T", "00000002W"},
+        {"012345678", "12345678Z"},
+        {"", ""},
+        {"   ", "   "},
+        {"X1234567L", "X1234567L"},
+        {"B12 345 674", "B12345674"},
+        {"123456789012", "123456789"},
     };
     for (const auto &[in, out] : ids)
         EXPECT_EQ(NormaliseTaxId(QString::fromUtf8(in)), QString::fromUtf8(out)) << in;

@@ -13,8 +13,9 @@ protected:
 
     static SavedActivity Activity(int year, const QString &yearName, int id, const QString &name, double deduc)
     {
-        return {year, yearName, "conexión'" + QString::number(year), id, name, deduc, "0" + QString::number(id),
-                "0" + QString::number(id) + " - tipo", "000000001111", true};
+        return {year,           yearName, "conexión'" + QString::number(year), id,
+                name,           deduc,    "0" + QString::number(id),           "0" + QString::number(id) + " - tipo",
+                "000000001111", true};
     }
 
     // The first window with 2024-2025 chosen and gone forward once, and a
@@ -45,7 +46,7 @@ protected:
     static Choices ChoicesOf(const frmSelCursos &form)
     {
         return {form.lstDisponibles.Texts(), form.lstSeleccionados.Texts(), form.colCursosEscolares.Keys(),
-                form.colComAut.Keys(), form.blnCargarDatos, form.blnCargarDatosComAut};
+                form.colComAut.Keys(),       form.blnCargarDatos,           form.blnCargarDatosComAut};
     }
 
     void ExpectQuestionFirst()
@@ -78,7 +79,7 @@ TEST_F(LoadSavedWork, EmptySavedTablesLeaveEmptyChoicesAndEveryYearAvailable)
     ASSERT_EQ(form.cboCentro.ListIndex(), -1);
     form.colComAut.Add(std::make_shared<cComAut>(), "5");
     form.cmdCargar.Press();
-    EXPECT_EQ(form.cboCentro.ListIndex(), 0);   // the school is chosen for the person
+    EXPECT_EQ(form.cboCentro.ListIndex(), 0); // the school is chosen for the person
     EXPECT_EQ(form.lstDisponibles.Texts(), (QStringList{"2023-2024", "2024-2025"}));
     EXPECT_TRUE(form.lstSeleccionados.Texts().isEmpty());
     EXPECT_TRUE(form.colCursosEscolares.IsEmpty());
@@ -92,12 +93,14 @@ TEST_F(LoadSavedWork, EmptySavedTablesLeaveEmptyChoicesAndEveryYearAvailable)
     for (const QString &sql : TakeStatements())
         if (sql.contains("ComDed") || sql.contains("CursoEscAct"))
             saved << sql;
-    EXPECT_EQ(saved, (QStringList{"SELECT * FROM ComDed", "SELECT * FROM CursoEscAct ORDER BY IDCursoEscolar, IDActividad"}));
+    EXPECT_EQ(saved,
+              (QStringList{"SELECT * FROM ComDed", "SELECT * FROM CursoEscAct ORDER BY IDCursoEscolar, IDActividad"}));
 }
 
 TEST_F(LoadSavedWork, TwoSavedYearsEndUpSelectedInAscendingOrderWithTheirActivities)
 {
-    description.savedWork.activities = {Activity(4, "2024-2025", 5, "Ajedrez", 12.5), Activity(3, "2023-2024", 2, "Transporte", 80),
+    description.savedWork.activities = {Activity(4, "2024-2025", 5, "Ajedrez", 12.5),
+                                        Activity(3, "2023-2024", 2, "Transporte", 80),
                                         Activity(4, "2024-2025", 1, "Comedor", 25)};
     description.savedWork.communities = {{13, 7, 0.1}, {1, 4, 12.5}};
     frmSelCursos &form = WithChoicesMade();
@@ -133,7 +136,8 @@ TEST_F(LoadSavedWork, TwoSavedYearsEndUpSelectedInAscendingOrderWithTheirActivit
 
 TEST_F(LoadSavedWork, AYearTheSchoolNoLongerListsIsLoadedButShownInNeitherList)
 {
-    description.savedWork.activities = {Activity(4, "2024-2025", 5, "Ajedrez", 0), Activity(9, "2019-2020", 1, "Comedor", 0)};
+    description.savedWork.activities = {Activity(4, "2024-2025", 5, "Ajedrez", 0),
+                                        Activity(9, "2019-2020", 1, "Comedor", 0)};
     frmSelCursos &form = OpenWizard();
     form.cmdCargar.Press();
     EXPECT_EQ(form.colCursosEscolares.Keys(), (QStringList{"4", "9"}));
@@ -178,7 +182,8 @@ TEST_F(LoadRefused, ACommunityStoredTwice)
 
 TEST_F(LoadRefused, AnActivityStoredTwiceInOneYear)
 {
-    description.savedWork.activities = {Activity(3, "2023-2024", 2, "Transporte", 80), Activity(3, "2023-2024", 2, "Transporte", 50)};
+    description.savedWork.activities = {Activity(3, "2023-2024", 2, "Transporte", 80),
+                                        Activity(3, "2023-2024", 2, "Transporte", 50)};
     ExpectRefusedAndUntouched(Duplicate("2"));
 }
 
@@ -195,9 +200,11 @@ TEST_F(LoadRefused, ATableThatCannotBeReadIsReported)
     EXPECT_TRUE(ChoicesOf(form) == before);
     ASSERT_EQ(ui.Messages().size(), 2);
     const QString text = ui.Messages()[1].text;
-    EXPECT_TRUE(text.startsWith("No se han podido cargar los datos guardados. " + FailingConnection::kMessage)) << text.toStdString();
+    EXPECT_TRUE(text.startsWith("No se han podido cargar los datos guardados. " + FailingConnection::kMessage))
+        << text.toStdString();
     EXPECT_TRUE(text.endsWith("Los cursos elegidos no han cambiado. Compruebe que la base de datos del centro está "
-                              "disponible y vuelva a pulsar «Cargar Datos».")) << text.toStdString();
+                              "disponible y vuelva a pulsar «Cargar Datos»."))
+        << text.toStdString();
     EXPECT_EQ(ui.Messages()[1].icon, vbCritical);
     EXPECT_EQ(NewPointers(), (QList<int>{vbHourglass, vbDefault}));
 }

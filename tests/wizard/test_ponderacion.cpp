@@ -25,7 +25,8 @@ protected:
               "DELETE FROM ComunidadesAutonomas",
               "INSERT INTO ComunidadesAutonomas (IDComunidadAutonoma, ComunidadAutonoma, CodigoComunidadAutonoma) "
               "VALUES (1, 'Andalucía', '01'), (2, 'Aragón', '02'), (3, 'Ceuta', '00')",
-              "INSERT INTO Deducciones (IDDeduccion, Deduccion) VALUES (1, 80), (2, 35), (3, 12.5), (4, 13.5), (5, 10), (6, 15)",
+              "INSERT INTO Deducciones (IDDeduccion, Deduccion) VALUES (1, 80), (2, 35), (3, 12.5), (4, 13.5), (5, 10), (6, "
+              "15)",
               "INSERT INTO TipoDonativos (IDTipoDonativo, TipoDonativo, CodigoDonativo) "
               "VALUES (1, 'Donativo', 'D1'), (2, 'Cuota de socio', 'C2'), (3, 'D''Aportación', 'A3')",
               "INSERT INTO TipoDonativos_Deducciones VALUES (1, 1), (1, 2), (2, 3), (2, 4), (3, 1)",
@@ -81,8 +82,8 @@ TEST_F(DeductionStep, LoadListsActivitiesPairsAndCommunitiesOnce)
               (QStringList{"2023-2024 - Comedor", "2023-2024 - Transporte", "2023-2024 - Inglés"}));
     QStringList pairs = form.cboTipoPorcentaje.Texts();
     std::sort(pairs.begin(), pairs.end());
-    EXPECT_EQ(pairs, (QStringList{"Cuota de socio - 12,5%", "Cuota de socio - 13,5%", "D'Aportación - 80%",
-                                  "Donativo - 35%", "Donativo - 80%"})); // the user's decimal comma
+    EXPECT_EQ(pairs, (QStringList{"Cuota de socio - 12,5%", "Cuota de socio - 13,5%", "D'Aportación - 80%", "Donativo - 35%",
+                                  "Donativo - 80%"})); // the user's decimal comma
     EXPECT_EQ(form.cboComAut.Texts(), (QStringList{"Andalucía", "Aragón", "Ceuta"}));
     EXPECT_EQ(form.cboComAut.ItemData(2), 3);
     EXPECT_FALSE(form.cboComAut.Enabled() || form.cboDeduccion.Enabled());
@@ -113,8 +114,9 @@ TEST_F(DeductionStep, TheCommunityBoxEnablesTheCombosAndEachCommunityShowsItsCho
     EXPECT_EQ(form.cboDeduccion.ItemData(1), 6);
     EXPECT_EQ(form.cboDeduccion.ListIndex(), -1);
     EXPECT_EQ(TakeStatements("Deducciones"),
-              QStringList{"SELECT IDDeduccion,Deduccion FROM ComunidadesAutonomas_Deducciones INNER JOIN Deducciones ON "
-                          "ComunidadesAutonomas_Deducciones.codDeduccion=Deducciones.IDDeduccion WHERE codComunidadAutonoma=1"});
+              QStringList{
+                  "SELECT IDDeduccion,Deduccion FROM ComunidadesAutonomas_Deducciones INNER JOIN Deducciones ON "
+                  "ComunidadesAutonomas_Deducciones.codDeduccion=Deducciones.IDDeduccion WHERE codComunidadAutonoma=1"});
     Pick(form.cboComAut, "Aragón");
     Pick(form.cboDeduccion, "10%");
     EXPECT_EQ(Community("2")->IDDeduccion, 5);
@@ -193,7 +195,8 @@ TEST_F(DeductionStep, CommunitiesAreCheckedOnlyWithTheBoxTicked)
     form.cmdSiguiente.Press();
     ExpectOnlyMessage("Debe seleccionar una deducción para todas las comunidades autónomas");
     EXPECT_EQ(form.cboComAut.Text(), "Aragón");
-    EXPECT_TRUE(TakeStatements().contains("SELECT coddeduccion FROM comunidadesautonomas_deducciones WHERE codcomunidadautonoma=2"));
+    EXPECT_TRUE(
+        TakeStatements().contains("SELECT coddeduccion FROM comunidadesautonomas_deducciones WHERE codcomunidadautonoma=2"));
 
     form.chkComunidad.SetValue(0); // not ticked: nothing is checked, -1 stays
     form.cmdSiguiente.Press();
@@ -237,12 +240,12 @@ TEST_F(DeductionStep, TwoActivitiesWithTheSameLabelInAYearAreBothMatchedToTheFir
 
 TEST_F(DeductionStep, SavedWorkSetsTheCommunityBoxOnce)
 {
-    description.savedWork.activities.append({3, "2023-2024", "", 1, "Comedor", 80, "D1", "Donativo - 80%",
-                                             "111111001111", true});
+    description.savedWork.activities.append(
+        {3, "2023-2024", "", 1, "Comedor", 80, "D1", "Donativo - 80%", "111111001111", true});
     frmActividadPonderacion &form = OpenStep();
     EXPECT_EQ(form.chkComunidad.Value(), 0); // the flag is down: saved work is not read
     form.cmdAnterior.Press();
-    cursos->blnCargarDatosComAut = true;     // as the reload of saved work leaves it
+    cursos->blnCargarDatosComAut = true; // as the reload of saved work leaves it
     Top<frmActividadMes>().cmdAceptar.Press();
     EXPECT_EQ(Top<frmActividadPonderacion>().chkComunidad.Value(), 1);
     EXPECT_TRUE(Top<frmActividadPonderacion>().cboComAut.Enabled());

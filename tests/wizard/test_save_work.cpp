@@ -25,7 +25,8 @@ protected:
     // activities' settings and the communities set to known values.
     frmActividadAlumno &Prepare()
     {
-        frmActividadAlumno &form = WalkToDonorStep(QStringLiteral("2023-2024"), {QStringLiteral("Comedor"), QStringLiteral("Transporte")});
+        frmActividadAlumno &form = WalkToDonorStep(QStringLiteral("2023-2024"),
+                                                   {QStringLiteral("Comedor"), QStringLiteral("Transporte")});
         auto curso = form.Cursos().colCursosEscolares.Item(QStringLiteral("3"));
         auto comedor = curso->colActividades.Item(QStringLiteral("1"));
         comedor->Deduccion = 12.5;
@@ -113,18 +114,20 @@ TEST_F(SaveWork, ASmallSchoolIsSavedWithTheseStatementsInOrder)
     EXPECT_EQ(TakeStatements(), expected);
     ExpectSavedMessage();
 
-    EXPECT_EQ(TableRows("ComDed"), (QStringList{"qlonglong:1|qlonglong:4|double:12.5", "qlonglong:13|qlonglong:7|double:0.1"}));
+    EXPECT_EQ(TableRows("ComDed"),
+              (QStringList{"qlonglong:1|qlonglong:4|double:12.5", "qlonglong:13|qlonglong:7|double:0.1"}));
     EXPECT_EQ(TableRows("ALMFModelo182"),
-              (QStringList{"qlonglong:201|qlonglong:101|QString:Juan|QString:GARCÍA|QString:PÉREZ|QString:12345678Z|qlonglong:-1",
+              (QStringList{"qlonglong:201|qlonglong:101|QString:Juan|QString:GARCÍA|QString:PÉREZ|QString:12345678Z|"
+                           "qlonglong:-1",
                            "qlonglong:202|qlonglong:0|QString:-|QString:-|QString:-|QString:|qlonglong:-1"}));
-    EXPECT_EQ(TableRows("DatosModelo182"),
-              (QStringList{"qlonglong:201|qlonglong:101|qlonglong:3|qlonglong:1|double:900",
-                           "qlonglong:201|qlonglong:101|qlonglong:3|qlonglong:2|double:160",
-                           "qlonglong:202|qlonglong:0|qlonglong:3|qlonglong:1|double:100"}));
+    EXPECT_EQ(TableRows("DatosModelo182"), (QStringList{"qlonglong:201|qlonglong:101|qlonglong:3|qlonglong:1|double:900",
+                                                        "qlonglong:201|qlonglong:101|qlonglong:3|qlonglong:2|double:160",
+                                                        "qlonglong:202|qlonglong:0|qlonglong:3|qlonglong:1|double:100"}));
     const QStringList activities = TableRows("CursoEscAct");
     ASSERT_EQ(activities.size(), 2);
     EXPECT_EQ(activities[0], "qlonglong:3|QString:2023-2024|QString:" + conBD()
-                                 + "|qlonglong:1|QString:Comedor|double:12.5|QString:D'1|QString:D'1 - 12,5%|QString:111111000111|qlonglong:0");
+                                 + "|qlonglong:1|QString:Comedor|double:12.5|QString:D'1|QString:D'1 - "
+                                   "12,5%|QString:111111000111|qlonglong:0");
 }
 
 TEST_F(SaveWork, RegionalDeductionsTickedAreStoredOnEveryActivity)
@@ -164,8 +167,8 @@ TEST_F(SaveWork, PayerNamesAreSplitIntoGivenNameAndSurnames)
     const QString a30 = QString(30, 'A');
     const Case cases[] = {
         {"García Pérez, Juan", "Juan", "GARCÍA", "PÉREZ"},
-        {"GARCÍA, ANA", "ANA", "-", "-"},                       // one surname: both dropped
-        {"GARCIA PEREZ ANA", "-", "-", "-"},                    // no ", "
+        {"GARCÍA, ANA", "ANA", "-", "-"},    // one surname: both dropped
+        {"GARCIA PEREZ ANA", "-", "-", "-"}, // no ", "
         {"", "-", "-", "-"},
         {", Ana", "Ana", "-", "-"},
         {"García de la Fuente,  Ana ", "Ana", "GARCÍA", "DE LA FUENTE"},
@@ -184,8 +187,9 @@ TEST_F(SaveWork, PayerNamesAreSplitIntoGivenNameAndSurnames)
         EXPECT_EQ(sql[0], "INSERT INTO ALMFModelo182 VALUES (201,101,'" + QString(c.nombre).replace("'", "''") + "','"
                               + QString(c.apellido1).replace("'", "''") + "','" + QString(c.apellido2).replace("'", "''")
                               + "','12345678Z',-1)");
-        EXPECT_EQ(TableRows("ALMFModelo182").value(0), "qlonglong:201|qlonglong:101|QString:" + c.nombre + "|QString:" + c.apellido1
-                                                           + "|QString:" + c.apellido2 + "|QString:12345678Z|qlonglong:-1");
+        EXPECT_EQ(TableRows("ALMFModelo182").value(0), "qlonglong:201|qlonglong:101|QString:" + c.nombre
+                                                           + "|QString:" + c.apellido1 + "|QString:" + c.apellido2
+                                                           + "|QString:12345678Z|qlonglong:-1");
     }
 }
 
@@ -194,9 +198,9 @@ TEST_F(SaveWork, AnEmptyAmountCellWritesNoRowAndAZeroWritesOne)
     frmActividadAlumno &form = Prepare();
     const int juan = RowOf(form, "201 101");
     const int pablo = RowOf(form, "202 ");
-    ASSERT_EQ(form.msgMod182.TextMatrix(pablo, 6), "");    // Pablo has no Transporte
-    EditCell(form, juan, 5, "");                           // emptied by the person
-    EditCell(form, pablo, 6, "0");                         // typed as zero
+    ASSERT_EQ(form.msgMod182.TextMatrix(pablo, 6), ""); // Pablo has no Transporte
+    EditCell(form, juan, 5, "");                        // emptied by the person
+    EditCell(form, pablo, 6, "0");                      // typed as zero
     ASSERT_EQ(form.msgMod182.TextMatrix(pablo, 6), "0,00");
     ui.ClearLog();
     form.cmdGuardar.Press();
@@ -271,7 +275,10 @@ protected:
         return form;
     }
 
-    void ObserveAll() { run().SetStatementObserver([this](const Connection &, const QString &sql) { statements << sql; }); }
+    void ObserveAll()
+    {
+        run().SetStatementObserver([this](const Connection &, const QString &sql) { statements << sql; });
+    }
 
     qsizetype statementsOfASave = 0;
     QMap<QString, QStringList> previous;
@@ -301,8 +308,8 @@ TEST_F(AtomicSave, AFailureAtAnyStatementKeepsThePreviousSnapshot)
     const auto now = SavedTables();
     EXPECT_NE(now, previous);
     EXPECT_TRUE(now["DatosModelo182"].contains("qlonglong:201|qlonglong:101|qlonglong:3|qlonglong:1|double:1.5"));
-    EXPECT_TRUE(now["ALMFModelo182"].contains(
-        "qlonglong:202|qlonglong:0|QString:-|QString:-|QString:-|QString:|qlonglong:0"));
+    EXPECT_TRUE(
+        now["ALMFModelo182"].contains("qlonglong:202|qlonglong:0|QString:-|QString:-|QString:-|QString:|qlonglong:0"));
 }
 
 TEST_F(AtomicSave, AConnectionClosedInTheMiddleLosesNothing)

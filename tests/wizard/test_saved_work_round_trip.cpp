@@ -123,8 +123,8 @@ TEST_F(SavedWorkRoundTrip, AwkwardNamesAreStoredAndShownAsTheyAre)
 {
     struct Case
     {
-        QString apellido1, apellido2, nombre;        // in the host's data
-        QString storedNombre, storedAp1, storedAp2;  // in the saved work
+        QString apellido1, apellido2, nombre;       // in the host's data
+        QString storedNombre, storedAp1, storedAp2; // in the saved work
     };
     const QString sqlName = "Robert'); DELETE FROM ComDed; --";
     const QList<Case> cases = {
@@ -159,9 +159,9 @@ TEST_F(SavedWorkRoundTrip, AwkwardNamesAreStoredAndShownAsTheyAre)
         SCOPED_TRACE(c.nombre.toStdString());
         const QString nif = i == 0 ? awkwardId : QString();
         EXPECT_EQ(StoredPayer(QString::number(400 + i), QString::number(300 + i)),
-                  "qlonglong:" + QString::number(400 + i) + "|qlonglong:" + QString::number(300 + i) + "|QString:"
-                      + c.storedNombre + "|QString:" + c.storedAp1 + "|QString:" + c.storedAp2 + "|QString:" + nif
-                      + "|qlonglong:-1");
+                  "qlonglong:" + QString::number(400 + i) + "|qlonglong:" + QString::number(300 + i)
+                      + "|QString:" + c.storedNombre + "|QString:" + c.storedAp1 + "|QString:" + c.storedAp2
+                      + "|QString:" + nif + "|qlonglong:-1");
         const int row = RowOf(again, QString::number(400 + i) + " " + QString::number(300 + i));
         ASSERT_GT(row, 0);
         EXPECT_EQ(again.msgMod182.TextMatrix(row, 2), c.storedAp1 + " " + c.storedAp2 + ", " + c.storedNombre);

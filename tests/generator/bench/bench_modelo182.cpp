@@ -50,6 +50,7 @@ int main(int argc, char **argv)
     }
     NoProgress progress;
     const Modelo182Result result = EscribirModelo182(connection, options, progress);
-    out << result.Resumen(spanish) << "\n" << "generated in " << timer.elapsed() << " ms\n";
+    out << result.Resumen(spanish) << "\n"
+        << "generated in " << timer.elapsed() << " ms\n";
     return result.generado ? 0 : 1;
 }
