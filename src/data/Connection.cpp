@@ -2,6 +2,7 @@
 
 #include "data/DatabaseError.h"
 #include "data/JetDialect.h"
+#include "data/NestedJoins.h"
 #include "data/PostgresDialect.h"
 #include "data/SqlProviders.h"
 
@@ -68,7 +69,11 @@ QVariant AsSQLiteReadsIt(const QVariant &value)
     }
 }
 
-Result Run(QSqlDatabase &db, const QString &text, const QString &original, const QString &database)
+// The database named in a failure's message, worked out only then: the
+// path is resolved from the connection string, and most statements succeed.
+using DatabaseNamer = std::function<QString()>;
+
+Result Run(QSqlDatabase &db, const QString &text, const QString &original, const DatabaseNamer &database)
 {
     sqlite3 *handle = SQLiteHandle(db);
     const qint64 totalBefore = handle ? sqlite3_total_changes64(handle) : 0;
@@ -76,7 +81,7 @@ Result Run(QSqlDatabase &db, const QString &text, const QString &original, const
     QSqlQuery query(db);
     query.setForwardOnly(true);
     if (!query.exec(text))
-        throw DatabaseError(StatementFailure(query.lastError(), database), original, ErrorText(query.lastError()));
+        throw DatabaseError(StatementFailure(query.lastError(), database()), original, ErrorText(query.lastError()));
 
     Result result;
     if (query.isSelect()) {
@@ -95,7 +100,7 @@ Result Run(QSqlDatabase &db, const QString &text, const QString &original, const
         }
         // A failure while stepping (a lock, a broken page) ends next() too.
         if (query.lastError().isValid())
-            throw DatabaseError(StatementFailure(query.lastError(), database), original, ErrorText(query.lastError()));
+            throw DatabaseError(StatementFailure(query.lastError(), database()), original, ErrorText(query.lastError()));
         result.rows = Recordset(names, rows);
         return result;
     }
@@ -278,7 +283,7 @@ Recordset Connection::Execute(const QString &sql)
         throw DatabaseError(QStringLiteral("La conexión está cerrada."), sql);
 
     QSqlDatabase db = Database();
-    const QString database = DatabaseName();
+    const DatabaseNamer database = [this] { return DatabaseName(); };
     if (!m_sqlite) {
         Result result = Run(db, PostgresDialect::Adapt(sql), sql, database);
         m_recordsAffected = result.affected;
@@ -327,7 +332,7 @@ Recordset Connection::Execute(const QString &sql)
         return Recordset(QStringList(), QList<QVariantList>());
     }
 
-    Result result = Run(db, JetDialect::ReplaceBooleanLiterals(sql), sql, database);
+    Result result = Run(db, JetDialect::ReplaceBooleanLiterals(JetDialect::FlattenNestedJoins(sql)), sql, database);
     m_recordsAffected = result.affected;
     return result.rows;
 }
@@ -381,9 +386,9 @@ QString Connection::DatabaseName() const
     return Property(QStringLiteral("Database"));
 }
 
-Connection::Transaction::Transaction(Connection &connection) : m_connection(connection)
+Connection::Transaction::Transaction(Connection &connection, bool wanted) : m_connection(connection)
 {
-    if (connection.InTransaction())
+    if (!wanted || connection.InTransaction())
         return;
     connection.BeginTrans();
     m_active = true;

@@ -64,11 +64,13 @@ public:
 
     // One transaction around a batch of writes: committed by Commit(),
     // rolled back when the scope is left without it (an exception). Inside a
-    // transaction the connection already runs, it does nothing.
+    // transaction the connection already runs, or when `wanted` is false, it
+    // does nothing. Around many reads it is one snapshot, and spares each
+    // statement taking and releasing the file's lock.
     class Transaction
     {
     public:
-        explicit Transaction(Connection &connection);
+        explicit Transaction(Connection &connection, bool wanted = true);
         ~Transaction();
         Transaction(const Transaction &) = delete;
         Transaction &operator=(const Transaction &) = delete;

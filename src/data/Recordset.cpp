@@ -20,6 +20,12 @@ void Recordset::MoveNext()
 
 int Recordset::IndexOf(const QString &name) const
 {
+    // Nearly every reader spells the name as the statement does: an exact
+    // comparison is much cheaper than one that folds case.
+    for (int i = 0; i < m_fieldNames.size(); ++i) {
+        if (m_fieldNames.at(i) == name)
+            return i;
+    }
     for (int i = 0; i < m_fieldNames.size(); ++i) {
         if (m_fieldNames.at(i).compare(name, Qt::CaseInsensitive) == 0)
             return i;
@@ -27,14 +33,19 @@ int Recordset::IndexOf(const QString &name) const
     return -1;
 }
 
-QVariant Recordset::Fields(const QString &name) const
+int Recordset::FieldIndex(const QString &name) const
 {
     const int index = IndexOf(name);
     if (index < 0) {
         throw DatabaseError(QStringLiteral("El campo «%1» no está en el conjunto de registros (campos: %2).")
                                 .arg(name, m_fieldNames.join(QStringLiteral(", "))));
     }
-    return Fields(index);
+    return index;
+}
+
+QVariant Recordset::Fields(const QString &name) const
+{
+    return Fields(FieldIndex(name));
 }
 
 QVariant Recordset::Fields(int index) const

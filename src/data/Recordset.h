@@ -23,6 +23,9 @@ public:
     // name or when there is no current row. A database NULL is a null QVariant.
     QVariant Fields(const QString &name) const;
     QVariant Fields(int index) const;
+    // The position of a field, for readers that visit many rows; throws
+    // DatabaseError, as Fields does, for an unknown name.
+    int FieldIndex(const QString &name) const;
     int FieldCount() const { return m_fieldNames.size(); }
     QStringList FieldNames() const { return m_fieldNames; }
     int RecordCount() const { return m_rows.size(); }

@@ -20,6 +20,12 @@ QString Text(const Recordset &rs, const char *field)
     return value.isNull() ? QString() : value.toString();
 }
 
+QString Text(const Recordset &rs, int field)
+{
+    const QVariant value = rs.Fields(field);
+    return value.isNull() ? QString() : value.toString();
+}
+
 bool Flag(const QVariant &value)
 {
     return !value.isNull() && value.toDouble() != 0;
@@ -40,6 +46,39 @@ double SavedAmount(const QVariant &pago)
 
 } // namespace
 
+// Where the donor query's fields are, found once per activity rather than by
+// name for each of its thousands of rows.
+struct DonorColumns
+{
+    explicit DonorColumns(const Recordset &rs)
+    {
+        for (int m = 1; m <= 12; ++m)
+            dato[size_t(m)] = rs.FieldIndex(QStringLiteral("dato") + QString::number(m));
+        const auto at = [&rs](const char *name) { return rs.FieldIndex(QLatin1String(name)); };
+        precio = at("PrecioEuros");
+        idAlumno = at("IDAlumno");
+        idMiembro = at("IDMiembroFamilia");
+        apellidoAlumno1 = at("Apellido_1");
+        apellidoAlumno2 = at("Apellido_2");
+        nombreAlumno = at("Nombre");
+        apellidoPagador1 = at("Apellido1");
+        apellidoPagador2 = at("Apellido2");
+        nombrePagador = at("Nombre1");
+        dni = at("DNI");
+        codFamilia = at("codFamilia");
+        direccion = at("direccion");
+        poblacion = at("poblacion");
+        codigoPostal = at("codigopostal");
+        provincia = at("descripcion");
+    }
+
+    std::array<int, 13> dato{};
+    int precio, idAlumno, idMiembro;
+    int apellidoAlumno1, apellidoAlumno2, nombreAlumno;
+    int apellidoPagador1, apellidoPagador2, nombrePagador;
+    int dni, codFamilia, direccion, poblacion, codigoPostal, provincia;
+};
+
 DonorGridBuilder::DonorGridBuilder(frmActividadAlumno &form) : m_form(form), m_cargarDatos(form.Cursos().blnCargarDatos)
 {
 }
@@ -49,6 +88,9 @@ void DonorGridBuilder::Build()
     StartGrid();
     FlexGrid &grid = m_form.msgMod182;
     try {
+        // With saved work, every row looks up its saved payer and amounts:
+        // one read transaction spares each look-up taking the file's lock.
+        Connection::Transaction snapshot(m_form.Run().ConexionCentro(), m_cargarDatos);
         const auto cursos = m_form.Cursos().colCursosEscolares.Items();
         m_form.pbCursos.SetMax(qMax(1, int(cursos.size())));
         int n = 0;
@@ -61,6 +103,7 @@ void DonorGridBuilder::Build()
         }
         if (m_cargarDatos)
             PlaceKeptPayments();
+        snapshot.Commit();
     } catch (...) {
         // The grid stays usable and painted; the error reaches the person.
         m_form.fraAlumnos.SetVisible(false);
@@ -130,8 +173,9 @@ void DonorGridBuilder::AddActivity(const cCursoEscolar &curso, const cActividad 
     m_form.pbAlumnos.SetValue(0);
     m_form.pbAlumnos.SetMax(qMax(1, rs.RecordCount()));
     int n = 0;
+    const DonorColumns columns(rs);
     for (; !rs.Eof(); rs.MoveNext()) {
-        AddEnrolment(curso, actividad, col, meses, rs);
+        AddEnrolment(curso, actividad, col, meses, columns, rs);
         Progress(m_form.pbAlumnos, m_form.lblAlumnos, ++n);
     }
     rs.Close();
@@ -140,23 +184,23 @@ void DonorGridBuilder::AddActivity(const cCursoEscolar &curso, const cActividad 
 }
 
 void DonorGridBuilder::AddEnrolment(const cCursoEscolar &curso, const cActividad &actividad, int col,
-                                    const std::array<bool, 13> &meses, const Recordset &rs)
+                                    const std::array<bool, 13> &meses, const DonorColumns &columns, const Recordset &rs)
 {
     int contados = 0;
     for (int m = 1; m <= 12; ++m)
-        if (meses[size_t(m)] && Flag(rs.Fields(QStringLiteral("dato") + QString::number(m))))
+        if (meses[size_t(m)] && Flag(rs.Fields(columns.dato[size_t(m)])))
             ++contados;
-    const QVariant precio = rs.Fields(QStringLiteral("PrecioEuros"));
+    const QVariant precio = rs.Fields(columns.precio);
     const double importe = (precio.isNull() ? 0.0 : precio.toDouble()) * contados;
 
     FlexGrid &grid = m_form.msgMod182;
     const QLocale &locale = m_form.Run().Locale();
-    const QString key = RowKey(rs.Fields(QStringLiteral("IDAlumno")), rs.Fields(QStringLiteral("IDMiembroFamilia")));
+    const QString key = RowKey(rs.Fields(columns.idAlumno), rs.Fields(columns.idMiembro));
     const RowKeyParts ids = SplitRowKey(key);
     int row = m_rowByKey.value(key, -1);
     const bool appended = row < 0;
     if (appended)
-        row = AppendRow(key, rs);
+        row = AppendRow(key, columns, rs);
     grid.SetTextMatrix(row, col, Money(importe, locale));
     m_form.dblTotal += importe;
     double contado = importe;
@@ -183,19 +227,19 @@ void DonorGridBuilder::AddEnrolment(const cCursoEscolar &curso, const cActividad
     }
 }
 
-int DonorGridBuilder::AppendRow(const QString &key, const Recordset &rs)
+int DonorGridBuilder::AppendRow(const QString &key, const DonorColumns &columns, const Recordset &rs)
 {
     FlexGrid &grid = m_form.msgMod182;
     const int row = grid.Rows();
     grid.SetRows(row + 1);
     grid.SetTextMatrix(row, kKey, key);
     grid.SetTextMatrix(row, kAlumno,
-                       GridName(rs.Fields(QStringLiteral("Apellido_1")), rs.Fields(QStringLiteral("Apellido_2")),
-                                rs.Fields(QStringLiteral("Nombre"))));
+                       GridName(rs.Fields(columns.apellidoAlumno1), rs.Fields(columns.apellidoAlumno2),
+                                rs.Fields(columns.nombreAlumno)));
     grid.SetTextMatrix(row, kPagador,
-                       GridName(rs.Fields(QStringLiteral("Apellido1")), rs.Fields(QStringLiteral("Apellido2")),
-                                rs.Fields(QStringLiteral("Nombre1"))));
-    const QString nif = NormaliseTaxId(Text(rs, "DNI"));
+                       GridName(rs.Fields(columns.apellidoPagador1), rs.Fields(columns.apellidoPagador2),
+                                rs.Fields(columns.nombrePagador)));
+    const QString nif = NormaliseTaxId(Text(rs, columns.dni));
     grid.SetTextMatrix(row, kDni, nif);
     SetMark(row, true);
 
@@ -203,16 +247,16 @@ int DonorGridBuilder::AppendRow(const QString &key, const Recordset &rs)
     const RowKeyParts ids = SplitRowKey(key);
     alumno->IDAlumno = ids.idAlumno;
     alumno->idMF = ids.idMiembroFamilia;
-    alumno->Nom_MFP = Text(rs, "Nombre1");
-    alumno->AP1_MFP = Text(rs, "Apellido1");
-    alumno->AP2_MFP = Text(rs, "Apellido2");
+    alumno->Nom_MFP = Text(rs, columns.nombrePagador);
+    alumno->AP1_MFP = Text(rs, columns.apellidoPagador1);
+    alumno->AP2_MFP = Text(rs, columns.apellidoPagador2);
     alumno->NIF_MFP = nif;
-    alumno->codFamilia = Text(rs, "codFamilia");
-    alumno->Direccion = Text(rs, "direccion");
-    alumno->Poblacion = Text(rs, "poblacion");
-    const QString codigo = Text(rs, "codigopostal").trimmed();
+    alumno->codFamilia = Text(rs, columns.codFamilia);
+    alumno->Direccion = Text(rs, columns.direccion);
+    alumno->Poblacion = Text(rs, columns.poblacion);
+    const QString codigo = Text(rs, columns.codigoPostal).trimmed();
     alumno->CodPos = codigo.isEmpty() ? codigo : FixedWidth(codigo, 5, QStringLiteral("0"));
-    alumno->Provincia = Text(rs, "descripcion");
+    alumno->Provincia = Text(rs, columns.provincia);
     if (!m_form.colAlumnos.Contains(key))
         m_form.colAlumnos.Add(alumno, key);
 

@@ -29,8 +29,8 @@ private:
     void AddActivity(const cCursoEscolar &curso, const cActividad &actividad, Connection &bd);
     // The row of `fields` (found by its key, or appended); its amount placed.
     void AddEnrolment(const cCursoEscolar &curso, const cActividad &actividad, int col, const std::array<bool, 13> &meses,
-                      const Recordset &fields);
-    int AppendRow(const QString &key, const Recordset &fields);
+                      const struct DonorColumns &columns, const Recordset &fields);
+    int AppendRow(const QString &key, const DonorColumns &columns, const Recordset &fields);
     void LoadSavedPayer(int row, qlonglong idAlumno, qlonglong idMiembro);
     void PlaceSavedAmounts(const cCursoEscolar &curso, const cActividad &actividad, int col);
     void PlaceKeptPayments();

@@ -1,10 +1,13 @@
 // The Jet SQL the program sends, run on SQLite files: Boolean literals,
-// bracketed names and the cross-database copy of the certificate table.
+// bracketed names, nested joins and the cross-database copy of the
+// certificate table.
 #include "data/JetDialect.h"
+#include "data/NestedJoins.h"
 
 #include "test_data.h"
 
 #include <QFileInfo>
+#include <QSqlQuery>
 
 using namespace data_test;
 
@@ -75,6 +78,95 @@ TEST(JetCrossDatabaseCopy, CopiesTheTableInSpanishOrderFromAnAbsoluteOrRelativeF
     target->Execute("SELECT [CartaDonantes].* INTO [CartaDonantes] FROM [Mis datos/Año 2024/Modelo182.mdb].[CartaDonantes] "
                     "ORDER BY Nombre");
     EXPECT_EQ(Rows(*target, "SELECT Nombre FROM CartaDonantes"), QStringList({"Alba", "Ana", "Eva", "Luis", "Rosa"}));
+}
+
+// Students, their payers, the payers' families and addresses, with every
+// kind of missing link: a student without payer, a payer without family
+// member, a member without address, an address without province.
+const char *const kFamilies[] = {
+    "CREATE TABLE Alumno (IDAlumno INTEGER PRIMARY KEY, Apellido TEXT)",
+    "CREATE TABLE Inscripcion (codAlumno INTEGER, codActividad INTEGER, codPagador INTEGER)",
+    "CREATE TABLE Pagador (idPagador INTEGER PRIMARY KEY, codMiembro INTEGER)",
+    "CREATE TABLE Miembro (IDMiembro INTEGER PRIMARY KEY, Nombre TEXT, codDireccion INTEGER)",
+    "CREATE TABLE Direccion (IDDireccion INTEGER PRIMARY KEY, calle TEXT, codProvincia INTEGER)",
+    "CREATE TABLE Provincia (IDProvincia INTEGER PRIMARY KEY, descripcion TEXT)",
+    "INSERT INTO Alumno VALUES (1, 'Ortiz'), (2, 'Ruiz'), (3, 'Peña'), (4, 'Sanz'), (5, 'Vidal')",
+    "INSERT INTO Inscripcion VALUES (1, 7, 10), (2, 7, 11), (3, 7, 12), (4, 7, NULL), (5, 7, 13), (1, 8, 10), "
+    "(9, 7, 10)",
+    "INSERT INTO Pagador VALUES (10, 100), (11, 101), (12, 102), (13, 999)",
+    "INSERT INTO Miembro VALUES (100, 'Ana', 1000), (101, 'Luis', NULL), (102, 'Eva', 1001)",
+    "INSERT INTO Direccion VALUES (1000, 'Mayor 1', 28), (1001, 'Sol 2', 99)",
+    "INSERT INTO Provincia VALUES (28, 'Madrid')"};
+
+const QString kNestedDonors = QStringLiteral(
+    "SELECT Alumno.Apellido, Miembro.Nombre, Direccion.calle, Provincia.descripcion FROM Alumno INNER JOIN "
+    "(Inscripcion LEFT JOIN (Pagador LEFT JOIN (Miembro LEFT JOIN (Direccion LEFT JOIN Provincia ON "
+    "Provincia.IDProvincia=Direccion.codProvincia) ON Direccion.IDDireccion=Miembro.codDireccion) ON "
+    "Miembro.IDMiembro=Pagador.codMiembro) ON Pagador.idPagador=Inscripcion.codPagador) ON "
+    "Alumno.IDAlumno=Inscripcion.codAlumno WHERE codActividad=7 ORDER BY Alumno.Apellido");
+
+TEST(JetNestedJoins, TheDonorChainRunsFlatWithTheSameRowsEveryMissingLinkIncluded)
+{
+    EXPECT_EQ(JetDialect::FlattenNestedJoins(kNestedDonors),
+              "SELECT Alumno.Apellido, Miembro.Nombre, Direccion.calle, Provincia.descripcion FROM Alumno INNER JOIN "
+              "Inscripcion ON Alumno.IDAlumno=Inscripcion.codAlumno LEFT JOIN Pagador ON "
+              "Pagador.idPagador=Inscripcion.codPagador LEFT JOIN Miembro ON Miembro.IDMiembro=Pagador.codMiembro LEFT "
+              "JOIN Direccion ON Direccion.IDDireccion=Miembro.codDireccion LEFT JOIN Provincia ON "
+              "Provincia.IDProvincia=Direccion.codProvincia WHERE codActividad=7 ORDER BY Alumno.Apellido");
+
+    QTemporaryDir dir;
+    auto c = Connection::CreateSQLite(dir.filePath("curso.mdb"), "Microsoft.Jet.OLEDB.4.0");
+    for (const char *statement : kFamilies)
+        c->Execute(statement);
+    const QStringList expected{"Ortiz|Ana|Mayor 1|Madrid", "Peña|Eva|Sol 2|NULL", "Ruiz|Luis|NULL|NULL",
+                               "Sanz|NULL|NULL|NULL", "Vidal|NULL|NULL|NULL"};
+    EXPECT_EQ(Rows(*c, kNestedDonors), expected);
+    // The same statement as written, past the connection's translation.
+    QSqlQuery asWritten(c->Database());
+    ASSERT_TRUE(asWritten.exec(kNestedDonors));
+    QStringList rows;
+    while (asWritten.next()) {
+        QStringList fields;
+        for (int i = 0; i < 4; ++i)
+            fields << (asWritten.value(i).isNull() ? QStringLiteral("NULL") : asWritten.value(i).toString());
+        rows << fields.join('|');
+    }
+    EXPECT_EQ(rows, expected);
+}
+
+TEST(JetNestedJoins, JoinsNotCertainlyTheSameFlatAreLeftAsWritten)
+{
+    const char *const asWritten[] = {
+        // an inner join under a LEFT JOIN keeps students whose payer has no member
+        "SELECT * FROM Inscripcion LEFT JOIN (Pagador INNER JOIN Miembro ON Miembro.IDMiembro=Pagador.codMiembro) ON "
+        "Pagador.idPagador=Inscripcion.codPagador",
+        // an inner condition that does not tie its table to the outer one
+        "SELECT * FROM Inscripcion LEFT JOIN (Pagador LEFT JOIN Miembro ON Miembro.IDMiembro=Miembro.codDireccion) ON "
+        "Pagador.idPagador=Inscripcion.codPagador",
+        // the outer condition names a table only the inner join brings
+        "SELECT * FROM Inscripcion LEFT JOIN (Pagador LEFT JOIN Miembro ON Miembro.IDMiembro=Pagador.codMiembro) ON "
+        "Miembro.IDMiembro=Inscripcion.codPagador",
+        // a condition that is not equalities of qualified columns
+        "SELECT * FROM Inscripcion LEFT JOIN (Pagador LEFT JOIN Miembro ON Miembro.IDMiembro=Pagador.codMiembro) ON "
+        "idPagador=Inscripcion.codPagador",
+        "SELECT * FROM Inscripcion LEFT JOIN (Pagador LEFT JOIN Miembro ON Miembro.IDMiembro=Pagador.codMiembro OR "
+        "Miembro.Nombre=Pagador.codMiembro) ON Pagador.idPagador=Inscripcion.codPagador",
+        "SELECT * FROM Inscripcion LEFT JOIN (Pagador LEFT JOIN Miembro ON Miembro.IDMiembro=Pagador.codMiembro) ON "
+        "(Pagador.idPagador=Inscripcion.codPagador)",
+        // joins SQLite already runs well, or forms this reader does not know
+        "SELECT * FROM Inscripcion INNER JOIN (Pagador INNER JOIN Miembro ON Miembro.IDMiembro=Pagador.codMiembro) ON "
+        "Pagador.idPagador=Inscripcion.codPagador",
+        "SELECT * FROM Inscripcion LEFT JOIN Pagador ON Pagador.idPagador=Inscripcion.codPagador",
+        "SELECT * FROM Inscripcion RIGHT JOIN (Pagador LEFT JOIN Miembro ON Miembro.IDMiembro=Pagador.codMiembro) ON "
+        "Pagador.idPagador=Inscripcion.codPagador",
+        "SELECT * FROM (SELECT * FROM Pagador) AS p LEFT JOIN (Miembro LEFT JOIN Direccion ON "
+        "Direccion.IDDireccion=Miembro.codDireccion) ON Miembro.IDMiembro=p.codMiembro",
+        "SELECT 'A LEFT JOIN (B' FROM Inscripcion -- LEFT JOIN (",
+        "UPDATE Pagador SET codMiembro=(SELECT 1) WHERE idPagador IN (SELECT codPagador FROM Inscripcion LEFT JOIN "
+        "(Alumno LEFT JOIN Miembro ON Miembro.IDMiembro=Alumno.IDAlumno) ON Alumno.IDAlumno=Inscripcion.codAlumno)",
+    };
+    for (const char *statement : asWritten)
+        EXPECT_EQ(JetDialect::FlattenNestedJoins(statement), statement);
 }
 
 } // namespace
