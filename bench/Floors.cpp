@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStringList>
 
 #include <cstdio>
 #include <cstdlib>
@@ -79,12 +80,12 @@ bool SameTables(const std::vector<TableRows> &a, const std::vector<TableRows> &b
     return true;
 }
 
-qsizetype CountRows(const std::vector<TableRows> &tables)
+QString CountRows(const std::vector<TableRows> &tables, const QString &prefix = {})
 {
-    qsizetype rows = 0;
+    QStringList counts;
     for (const TableRows &table : tables)
-        rows += table.Count();
-    return rows;
+        counts << prefix + table.Table() + QLatin1Char(' ') + QString::number(table.Count());
+    return counts.join(QStringLiteral(", "));
 }
 
 } // namespace
@@ -234,7 +235,7 @@ bool SaveFloor::Matches() const
     return SameTables(Read(), m_tables);
 }
 
-qsizetype SaveFloor::Rows() const
+QString SaveFloor::Rows() const
 {
     return CountRows(m_tables);
 }
@@ -320,7 +321,7 @@ bool DeclarationFloor::Matches() const
            && QFileInfo(m_fileOut).size() == FileBytes();
 }
 
-qsizetype DeclarationFloor::Rows() const
+QString DeclarationFloor::Rows() const
 {
-    return CountRows(m_declaration) + CountRows(m_mailMergeRows);
+    return CountRows(m_declaration) + QStringLiteral(", ") + CountRows(m_mailMergeRows, QStringLiteral("mail merge "));
 }

@@ -57,7 +57,8 @@ public:
     void Run() const;
     // Whether the school database holds exactly the rows taken.
     bool Matches() const;
-    qsizetype Rows() const;
+    // "ComDed 17, CursoEscAct 24, ...": the rows written per table.
+    QString Rows() const;
 
 private:
     std::vector<TableRows> Read() const;
@@ -77,7 +78,8 @@ public:
     void Run() const;
     // Whether both databases hold exactly the rows taken.
     bool Matches() const;
-    qsizetype Rows() const;
+    // "Declarantes 1, Donantes 31000, ...": the rows written per table.
+    QString Rows() const;
     qint64 FileBytes() const { return qint64(m_fileBytes.size()); }
 
 private:
