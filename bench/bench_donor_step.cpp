@@ -242,7 +242,7 @@ int main(int argc, char **argv)
     std::printf("declaration floor rows: %s, and %lld bytes of AEAT file; the same as the program's: %s\n",
                 qPrintable(declarationFloor.Rows()), qlonglong(declarationFloor.FileBytes()),
                 declarationFloor.Matches() ? "yes" : "NO");
-    std::printf("last declaration: %s\n", qPrintable(alumnos.UltimaGeneracion.section(QLatin1Char('\n'), 0, 0)));
+    std::printf("\nThe generator's summary of the last declaration:\n%s\n", qPrintable(alumnos.UltimaGeneracion));
     std::printf("\npeak memory: %ld MB\n", PeakResidentKib() / 1024);
     return 0;
 }
