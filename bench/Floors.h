@@ -88,8 +88,8 @@ private:
     QString m_modelo182;
     QString m_mailMerge;
     QString m_fileOut;
-    QString m_ejercicio;         // the tax year whose history rows the generator replaces
-    QString m_mailMergeTable;    // the certificate table's definition in the mail-merge database
+    QString m_ejercicio;      // the tax year whose history rows the generator replaces
+    QString m_mailMergeTable; // the certificate table's definition in the mail-merge database
     std::vector<TableRows> m_declaration;
     std::vector<TableRows> m_mailMergeRows;
     QByteArray m_fileBytes;

@@ -149,11 +149,36 @@ void PressExpecting(SilentUi &ui, CommandButton &button, const QString &lastMess
         Stop(ui, qPrintable(button.Name() + QStringLiteral(" did not end as expected")));
 }
 
-void PrintRow(const char *operation, const Timings &timing, const Timings &floor, long statements)
+// The program's side of a row: its times and the statements one run sent.
+struct Measured
 {
+    Timings timings;
+    long statements = 0;
+};
+
+// `statements` is the counter the run's statement observer increments.
+Measured TimeProgram(int repeat, long &statements, const std::function<void()> &operation)
+{
+    statements = 0;
+    const Timings timings = Repeat(repeat, operation);
+    return {timings, statements / repeat};
+}
+
+void PrintRow(const char *operation, const Measured &program, const Timings &floor)
+{
+    const Timings &timing = program.timings;
     const double ratio = floor.cpu.medianMs > 0 ? timing.cpu.medianMs / floor.cpu.medianMs : 0;
     std::printf("%-30s %9.1f %9.1f-%-9.1f %9.1f %9.1f %7.2f %11ld\n", operation, timing.wall.medianMs, timing.wall.minMs,
-                timing.wall.maxMs, timing.cpu.medianMs, floor.cpu.medianMs, ratio, statements);
+                timing.wall.maxMs, timing.cpu.medianMs, floor.cpu.medianMs, ratio, program.statements);
+}
+
+// The AEAT file the generator wrote into the reports folder.
+QString AeatFile(const SilentUi &ui, const QString &informes)
+{
+    const QFileInfoList files = QDir(informes).entryInfoList({QStringLiteral("Modelo182_*.txt")});
+    if (files.size() != 1)
+        Stop(ui, "The declaration left no single AEAT file");
+    return files.first().absoluteFilePath();
 }
 
 } // namespace
@@ -202,38 +227,27 @@ int main(int argc, char **argv)
     // marks leave out the donors whose tax identifier is not valid.
     for (const bool loaded : {false, true}) {
         step.cursos.blnCargarDatos = loaded;
-        statements = 0;
-        const Timings build = Repeat(repeat, [&] { DonorGridBuilder(alumnos).Build(); });
-        const long perBuild = statements / repeat;
+        const Measured build = TimeProgram(repeat, statements, [&] { DonorGridBuilder(alumnos).Build(); });
         const Timings floor = Repeat(repeat, [&] { ReadGridFloor(paths, school, loaded); });
-        PrintRow(loaded ? "build the grid (saved work)" : "build the grid (host data)", build, floor, perBuild);
+        PrintRow(loaded ? "build the grid (saved work)" : "build the grid (host data)", build, floor);
     }
 
-    statements = 0;
-    const Timings save = Repeat(repeat, [&] {
+    const Measured save = TimeProgram(repeat, statements, [&] {
         PressExpecting(ui, alumnos.cmdGuardar, QStringLiteral("Datos guardados con éxito"), vbInformation);
     });
-    const long perSave = statements / repeat;
     const SaveFloor saveFloor(paths.centroFile);
-    const Timings saveFloorTime = Repeat(repeat, [&] { saveFloor.Run(); });
-    PrintRow("save the work", save, saveFloorTime, perSave);
+    PrintRow("save the work", save, Repeat(repeat, [&] { saveFloor.Run(); }));
 
-    // The generator's summary, when the AEAT file has been written.
-    statements = 0;
-    const Timings generate = Repeat(repeat, [&] {
+    // Each run ends in the generator's summary when the AEAT file is written.
+    const Measured generate = TimeProgram(repeat, statements, [&] {
         PressExpecting(ui, alumnos.cmdAceptar, QStringLiteral("Modelo 182 del ejercicio"), vbInformation);
     });
-    const long perGeneration = statements / repeat;
     const QString informes = run.Configuracion().datossesion()->Text(QStringLiteral("rutaaplicacion"))
                              + alumnos.strRutaInformes;
-    const QFileInfoList aeat = QDir(informes).entryInfoList({QStringLiteral("Modelo182_*.txt")});
-    if (aeat.size() != 1)
-        Stop(ui, "The declaration left no single AEAT file");
     const DeclarationFloor declarationFloor(paths.modelo182File,
                                             informes + QString::fromLatin1(MailMergeDatabase::kFileName),
-                                            aeat.first().absoluteFilePath());
-    const Timings declarationFloorTime = Repeat(repeat, [&] { declarationFloor.Run(); });
-    PrintRow("generate the declaration", generate, declarationFloorTime, perGeneration);
+                                            AeatFile(ui, informes));
+    PrintRow("generate the declaration", generate, Repeat(repeat, [&] { declarationFloor.Run(); }));
 
     std::printf("\nstatements: those sent through the run's connections (the AEAT generator steps its own prepared "
                 "statements, not counted)\n");
