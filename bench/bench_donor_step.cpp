@@ -1,15 +1,20 @@
 // Times what a school office waits for in the donor step, on a generated
-// large school, against a floor: the same reads done with the plainest code
-// straight on SQLite's own interface.
+// large school, against a floor: the same reads or writes done with the
+// plainest code straight on SQLite's own interface (bench/Floors.h). The
+// operations: building the grid from the host data and from the saved work,
+// saving the work ("Guardar") and generating the declaration ("Generar
+// Modelo 182", without the certificates).
 //
 //   bench_donor_step [--students N] [--years Y] [--activities A] [--repeat R]
 
 #include "BenchHarness.h"
+#include "Floors.h"
 
+#include "addin/ExternalComponents.h"
+#include "catalogue/CatalogueComponents.h"
 #include "controls/StackedUi.h"
 #include "data/Demo.h"
-#include "data/DonorQuery.h"
-#include "data/SpanishCollation.h"
+#include "data/MailMergeDatabase.h"
 #include "session/SessionSettings.h"
 #include "session/WizardRun.h"
 #include "wizard/DonorGridBuilder.h"
@@ -21,128 +26,91 @@
 #include "wizard/frmSelCursos.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QTemporaryDir>
-#include <sqlite3.h>
-#include <unordered_map>
+
+#include <cstdio>
+#include <cstdlib>
 
 namespace {
 
-// A Ui that shows nothing and answers every question with Yes.
+// A Ui that shows nothing. Every message is recorded; a question gets the
+// answer the table below gives it, and one the table does not know stops
+// the benchmark (an answer picked blindly could time something else).
 class SilentUi : public StackedUi
 {
 public:
-    int MsgBox(const QString &text, int) override
+    struct Message
     {
-        messages << text;
-        return vbYes;
+        QString text;
+        int style = 0;
+    };
+
+    int MsgBox(const QString &text, int style) override
+    {
+        messages.append({text, style});
+        const int buttons = style & kButtonsMask;
+        if (buttons != vbYesNo && buttons != vbYesNoCancel && buttons != vbOKCancel)
+            return vbOK;
+        struct Answer
+        {
+            QString asked; // a part of the question
+            int answer;
+        };
+        static const Answer answers[] = {
+            // The office loads what it saved before.
+            {QStringLiteral("¿Desea cargar los datos guardados"), vbYes},
+            // Printing the certificates is an operation of its own, not part
+            // of generating the declaration.
+            {QStringLiteral("certificados"), vbNo},
+        };
+        for (const Answer &known : answers)
+            if (text.contains(known.asked, Qt::CaseInsensitive))
+                return known.answer;
+        std::fprintf(stderr, "The benchmark has no answer for this question:\n%s\n", qPrintable(text));
+        std::exit(1);
     }
     void Beep() override {}
     void RunUntilClosed() override {}
     void SetMousePointer(int) override {}
     void DoEvents() override {}
     void ShellOpen(const QString &) override {}
-    QStringList messages;
+
+    QString Texts() const
+    {
+        QStringList texts;
+        for (const Message &message : messages)
+            texts << message.text;
+        return texts.join(QLatin1Char('\n'));
+    }
+
+    QList<Message> messages;
 };
+
+[[noreturn]] void Stop(const SilentUi &ui, const char *what)
+{
+    std::fprintf(stderr, "%s. Messages:\n%s\n", what, qPrintable(ui.Texts()));
+    std::exit(1);
+}
 
 template <typename T> T &Top(SilentUi &ui)
 {
     auto *form = dynamic_cast<T *>(ui.Stack().Top());
-    if (!form) {
-        std::fprintf(stderr, "El asistente se ha detenido: %s\n", qPrintable(ui.messages.join(QLatin1Char('\n'))));
-        std::exit(1);
-    }
+    if (!form)
+        Stop(ui, "El asistente se ha detenido");
     return *form;
 }
 
-// The same reads as the grid's build: every activity's donor query, one
-// row per key; with saved work, the saved payer and amount of every cell.
-void Floor(const InstallationPaths &paths, const InstallationDescription &school, bool loaded)
+struct DonorStep
 {
-    sqlite3 *centro = nullptr;
-    sqlite3_open_v2(qPrintable(paths.root + "/datos/centro.db"), &centro, SQLITE_OPEN_READONLY, nullptr);
-    RegisterSpanishCollation(centro);
-    sqlite3_stmt *payer = nullptr, *amount = nullptr;
-    sqlite3_prepare_v2(centro, "SELECT Nombre, AP1, AP2, NIF, Mostrar FROM ALMFModelo182 WHERE IDAL=? AND IDMF=?", -1,
-                       &payer, nullptr);
-    sqlite3_prepare_v2(centro, "SELECT Pago FROM DatosModelo182 WHERE IDCC=? AND IDAct=? AND IDAL=? AND IDMF=?", -1, &amount,
-                       nullptr);
-    std::unordered_map<std::string, std::vector<double>> rows;
-    for (const YearDescription &year : school.years) {
-        sqlite3 *db = nullptr;
-        sqlite3_open_v2(qPrintable(paths.root + "/datos/" + year.fileName), &db, SQLITE_OPEN_READONLY, nullptr);
-        RegisterSpanishCollation(db);
-        for (const ActivityDescription &activity : year.activities) {
-            sqlite3_stmt *query = nullptr;
-            sqlite3_prepare_v2(db, DonorQuery(activity.id).toUtf8().constData(), -1, &query, nullptr);
-            const int columns = sqlite3_column_count(query);
-            while (sqlite3_step(query) == SQLITE_ROW) {
-                std::string key = std::to_string(sqlite3_column_int64(query, columns - 2)) + " "
-                                  + std::to_string(sqlite3_column_int64(query, columns - 1));
-                for (int c = 0; c < columns; ++c)
-                    sqlite3_column_text(query, c);
-                auto &cells = rows[key];
-                cells.push_back(sqlite3_column_double(query, 3));
-                if (loaded) {
-                    for (sqlite3_stmt *lookup : {payer, amount}) {
-                        sqlite3_reset(lookup);
-                        int i = 1;
-                        if (lookup == amount) {
-                            sqlite3_bind_int(lookup, i++, year.id);
-                            sqlite3_bind_int(lookup, i++, activity.id);
-                        }
-                        sqlite3_bind_int64(lookup, i++, sqlite3_column_int64(query, columns - 2));
-                        sqlite3_bind_int64(lookup, i, sqlite3_column_int64(query, columns - 1));
-                        while (sqlite3_step(lookup) == SQLITE_ROW)
-                            sqlite3_column_text(lookup, 0);
-                    }
-                }
-            }
-            sqlite3_finalize(query);
-        }
-        sqlite3_close(db);
-    }
-    sqlite3_finalize(payer);
-    sqlite3_finalize(amount);
-    sqlite3_close(centro);
-}
+    frmSelCursos &cursos;
+    frmActividadAlumno &alumnos;
+};
 
-void PrintRow(const char *operation, const Timings &timing, const Timings &floor, long statements)
+// Every school year, activity and month chosen, the first deduction for
+// each activity: the donor window with the whole school in its grid.
+DonorStep OpenDonorStep(SilentUi &ui, cAsignarDatos &addin)
 {
-    const double ratio = floor.cpu.medianMs > 0 ? timing.cpu.medianMs / floor.cpu.medianMs : 0;
-    std::printf("%-30s %9.1f %9.1f-%-9.1f %9.1f %9.1f %7.2f %11ld\n", operation, timing.wall.medianMs, timing.wall.minMs,
-                timing.wall.maxMs, timing.cpu.medianMs, floor.cpu.medianMs, ratio, statements);
-}
-
-} // namespace
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    SchoolSize size;
-    int repeat = 5;
-    const QStringList args = app.arguments();
-    for (int i = 1; i + 1 < args.size(); i += 2) {
-        const int value = args.at(i + 1).toInt();
-        if (args.at(i) == QLatin1String("--students"))
-            size.students = value;
-        else if (args.at(i) == QLatin1String("--years"))
-            size.years = value;
-        else if (args.at(i) == QLatin1String("--activities"))
-            size.activities = value;
-        else if (args.at(i) == QLatin1String("--repeat"))
-            repeat = value;
-    }
-    QTemporaryDir dir;
-    const InstallationDescription school = GeneratedSchool(size);
-    const InstallationPaths paths = BuildInstallation(dir.path(), school);
-
-    SilentUi ui;
-    cAsignarDatos addin(ui);
-    addin.ObtenerDatos(SessionSettings::Load(paths.iniFile).BuildSession());
-    WizardRun &run = *addin.Run();
-    long statements = 0;
-    run.SetStatementObserver([&statements](const Connection &, const QString &) { ++statements; });
-
     addin.ActivarFormulario();
     frmSelCursos &cursos = Top<frmSelCursos>(ui);
     cursos.cboCentro.SetListIndex(0);
@@ -167,20 +135,128 @@ int main(int argc, char **argv)
         deducciones.cmdAnadir.Press();
     }
     deducciones.cmdSiguiente.Press();
-    frmActividadAlumno &alumnos = Top<frmActividadAlumno>(ui);
+    return {cursos, Top<frmActividadAlumno>(ui)};
+}
+
+// Presses a button of the donor window and checks that it did its job: a
+// run that ended in a refusal or a failure would time something else.
+void PressExpecting(SilentUi &ui, CommandButton &button, const QString &lastMessage, int icon)
+{
+    ui.messages.clear();
+    button.Press();
+    if (ui.messages.isEmpty() || (ui.messages.last().style & kIconMask) != icon
+        || !ui.messages.last().text.startsWith(lastMessage))
+        Stop(ui, qPrintable(button.Name() + QStringLiteral(" did not end as expected")));
+}
+
+// The program's side of a row: its times and the statements one run sent.
+struct Measured
+{
+    Timings timings;
+    long statements = 0;
+};
+
+// `statements` is the counter the run's statement observer increments.
+Measured TimeProgram(int repeat, long &statements, const std::function<void()> &operation)
+{
+    statements = 0;
+    const Timings timings = Repeat(repeat, operation);
+    return {timings, statements / repeat};
+}
+
+void PrintRow(const char *operation, const Measured &program, const Timings &floor)
+{
+    const Timings &timing = program.timings;
+    const double ratio = floor.cpu.medianMs > 0 ? timing.cpu.medianMs / floor.cpu.medianMs : 0;
+    std::printf("%-30s %9.1f %9.1f-%-9.1f %9.1f %9.1f %7.2f %11ld\n", operation, timing.wall.medianMs, timing.wall.minMs,
+                timing.wall.maxMs, timing.cpu.medianMs, floor.cpu.medianMs, ratio, program.statements);
+}
+
+// The AEAT file the generator wrote into the reports folder.
+QString AeatFile(const SilentUi &ui, const QString &informes)
+{
+    const QFileInfoList files = QDir(informes).entryInfoList({QStringLiteral("Modelo182_*.txt")});
+    if (files.size() != 1)
+        Stop(ui, "The declaration left no single AEAT file");
+    return files.first().absoluteFilePath();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    SchoolSize size;
+    int repeat = 5;
+    const QStringList args = app.arguments();
+    for (int i = 1; i + 1 < args.size(); i += 2) {
+        const int value = args.at(i + 1).toInt();
+        if (args.at(i) == QLatin1String("--students"))
+            size.students = value;
+        else if (args.at(i) == QLatin1String("--years"))
+            size.years = value;
+        else if (args.at(i) == QLatin1String("--activities"))
+            size.activities = value;
+        else if (args.at(i) == QLatin1String("--repeat"))
+            repeat = value;
+    }
+    repeat = qMax(repeat, 1);
+    QTemporaryDir dir;
+    const InstallationDescription school = GeneratedSchool(size);
+    const InstallationPaths paths = BuildInstallation(dir.path(), school);
+
+    SilentUi ui;
+    // The components the add-in's entry point installs: without the
+    // generator, "Generar Modelo 182" would write no AEAT file.
+    cAsignarDatos addin(ui, [](WizardRun &run) {
+        RegisterCatalogueWindows(run.Componentes());
+        ExternalComponents::Install(run);
+    });
+    addin.ObtenerDatos(SessionSettings::Load(paths.iniFile).BuildSession());
+    WizardRun &run = *addin.Run();
+    long statements = 0;
+    run.SetStatementObserver([&statements](const Connection &, const QString &) { ++statements; });
+    const DonorStep step = OpenDonorStep(ui, addin);
+    frmActividadAlumno &alumnos = step.alumnos;
 
     std::printf("School: %d students, %d years x %d activities; grid %d rows x %d columns\n\n", size.students, size.years,
                 size.activities, alumnos.msgMod182.Rows() - 1, alumnos.msgMod182.Cols());
     std::printf("%-30s %9s %19s %9s %9s %7s %11s\n", "operation", "wall ms", "wall min-max", "cpu ms", "floor cpu", "ratio",
                 "statements");
+    // The saved work's grid stays for the save and the declaration: its
+    // marks leave out the donors whose tax identifier is not valid.
     for (const bool loaded : {false, true}) {
-        cursos.blnCargarDatos = loaded;
-        statements = 0;
-        const Timings build = Repeat(repeat, [&] { DonorGridBuilder(alumnos).Build(); });
-        const long perBuild = statements / repeat;
-        const Timings floor = Repeat(repeat, [&] { Floor(paths, school, loaded); });
-        PrintRow(loaded ? "build the grid (saved work)" : "build the grid (host data)", build, floor, perBuild);
+        step.cursos.blnCargarDatos = loaded;
+        const Measured build = TimeProgram(repeat, statements, [&] { DonorGridBuilder(alumnos).Build(); });
+        const Timings floor = Repeat(repeat, [&] { ReadGridFloor(paths, school, loaded); });
+        PrintRow(loaded ? "build the grid (saved work)" : "build the grid (host data)", build, floor);
     }
+
+    const Measured save = TimeProgram(repeat, statements, [&] {
+        PressExpecting(ui, alumnos.cmdGuardar, QStringLiteral("Datos guardados con éxito"), vbInformation);
+    });
+    const SaveFloor saveFloor(paths.centroFile);
+    PrintRow("save the work", save, Repeat(repeat, [&] { saveFloor.Run(); }));
+
+    // Each run ends in the generator's summary when the AEAT file is written.
+    const Measured generate = TimeProgram(repeat, statements, [&] {
+        PressExpecting(ui, alumnos.cmdAceptar, QStringLiteral("Modelo 182 del ejercicio"), vbInformation);
+    });
+    const QString informes = run.Configuracion().datossesion()->Text(QStringLiteral("rutaaplicacion"))
+                             + alumnos.strRutaInformes;
+    const DeclarationFloor declarationFloor(paths.modelo182File,
+                                            informes + QString::fromLatin1(MailMergeDatabase::kFileName),
+                                            AeatFile(ui, informes));
+    PrintRow("generate the declaration", generate, Repeat(repeat, [&] { declarationFloor.Run(); }));
+
+    std::printf("\nstatements: those sent through the run's connections (the AEAT generator steps its own prepared "
+                "statements, not counted)\n");
+    std::printf("save floor rows: %s; the same as the program's: %s\n", qPrintable(saveFloor.Rows()),
+                saveFloor.Matches() ? "yes" : "NO");
+    std::printf("declaration floor rows: %s, and %lld bytes of AEAT file; the same as the program's: %s\n",
+                qPrintable(declarationFloor.Rows()), qlonglong(declarationFloor.FileBytes()),
+                declarationFloor.Matches() ? "yes" : "NO");
+    std::printf("\nThe generator's summary of the last declaration:\n%s\n", qPrintable(alumnos.UltimaGeneracion));
     std::printf("\npeak memory: %ld MB\n", PeakResidentKib() / 1024);
     return 0;
 }
