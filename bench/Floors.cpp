@@ -1,6 +1,7 @@
 #include "Floors.h"
 
 #include "data/DonorQuery.h"
+#include "data/NestedJoins.h"
 #include "data/SpanishCollation.h"
 
 #include <QDir>
@@ -95,6 +96,7 @@ QString CountRows(const std::vector<TableRows> &tables, const QString &prefix = 
 void ReadGridFloor(const InstallationPaths &paths, const InstallationDescription &school, bool loaded)
 {
     sqlite3 *centro = Open(paths.root + "/datos/centro.db", SQLITE_OPEN_READONLY);
+    sqlite3_exec(centro, "BEGIN", nullptr, nullptr, nullptr);
     sqlite3_stmt *payer = nullptr, *amount = nullptr;
     sqlite3_prepare_v2(centro, "SELECT Nombre, AP1, AP2, NIF, Mostrar FROM ALMFModelo182 WHERE IDAL=? AND IDMF=?", -1,
                        &payer, nullptr);
@@ -105,7 +107,9 @@ void ReadGridFloor(const InstallationPaths &paths, const InstallationDescription
         sqlite3 *db = Open(paths.root + "/datos/" + year.fileName, SQLITE_OPEN_READONLY);
         for (const ActivityDescription &activity : year.activities) {
             sqlite3_stmt *query = nullptr;
-            sqlite3_prepare_v2(db, DonorQuery(activity.id).toUtf8().constData(), -1, &query, nullptr);
+            // As SQLite runs it for the program: the joins as a flat chain.
+            sqlite3_prepare_v2(db, JetDialect::FlattenNestedJoins(DonorQuery(activity.id)).toUtf8().constData(), -1, &query,
+                               nullptr);
             const int columns = sqlite3_column_count(query);
             while (sqlite3_step(query) == SQLITE_ROW) {
                 std::string key = std::to_string(sqlite3_column_int64(query, columns - 2)) + " "
@@ -135,6 +139,7 @@ void ReadGridFloor(const InstallationPaths &paths, const InstallationDescription
     }
     sqlite3_finalize(payer);
     sqlite3_finalize(amount);
+    sqlite3_exec(centro, "COMMIT", nullptr, nullptr, nullptr);
     sqlite3_close(centro);
 }
 

@@ -16,8 +16,9 @@
 struct sqlite3;
 struct sqlite3_value;
 
-// The same reads as the donor grid's build: every activity's donor query,
-// one row per key; with saved work, the saved payer and amount of every cell.
+// The same reads as the donor grid's build: every activity's donor query (as
+// SQLite runs it), one row per key; with saved work, the saved payer and
+// amount of every cell, in one transaction.
 void ReadGridFloor(const InstallationPaths &paths, const InstallationDescription &school, bool loaded);
 
 // A table's rows as SQLite holds them, every value kept whole (its type and
