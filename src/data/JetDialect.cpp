@@ -30,6 +30,10 @@ bool IsWordChar(QChar c)
 
 std::optional<CrossDatabaseCopy> ParseCrossDatabaseCopy(const QString &sql)
 {
+    // Cheap test first: every statement passes here, nearly none is a copy.
+    if (!QStringView(sql).trimmed().startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive)
+        || !sql.contains(QLatin1Char('[')) || !sql.contains(QLatin1String("INTO"), Qt::CaseInsensitive))
+        return std::nullopt;
     // The file part is everything between the brackets; Jet does not allow
     // "]" in it, and a ";pwd=" part (the password of an Access file) is
     // dropped: SQLite files have none.

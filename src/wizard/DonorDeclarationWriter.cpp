@@ -41,17 +41,20 @@ QString EncodePercentage(double percentage)
     return (QStringLiteral("00000") + QString::number(hundredths)).right(5);
 }
 
-bool PayerNameMatches(const cAlumno &payer, const QString &gridName)
+QStringList PayerNames(const cAlumno &payer)
 {
-    const QString wanted = NoBlanks(gridName);
+    QStringList names;
     for (const QString &empty : {QStringLiteral("-"), QString()}) {
         auto part = [&empty](const QString &text) { return text.trimmed().isEmpty() ? empty : text; };
-        const QString name = part(payer.AP1_MFP) + QLatin1Char(' ') + part(payer.AP2_MFP) + QStringLiteral(", ")
-                             + part(payer.Nom_MFP);
-        if (NoBlanks(name) == wanted)
-            return true;
+        names << NoBlanks(part(payer.AP1_MFP) + QLatin1Char(' ') + part(payer.AP2_MFP) + QStringLiteral(", ")
+                          + part(payer.Nom_MFP));
     }
-    return false;
+    return names;
+}
+
+bool PayerNameMatches(const cAlumno &payer, const QString &gridName)
+{
+    return PayerNames(payer).contains(NoBlanks(gridName));
 }
 
 DonorDeclarationWriter::DonorDeclarationWriter(Connection &conexion, Context context)
@@ -70,6 +73,10 @@ void DonorDeclarationWriter::Write()
 
     WriteDeclarant();
     const qlonglong codDeclarante = ReadDeclarantKey();
+    IndexPayers();
+    m_deductions.clear();
+    for (int c = kFirstAmount; c < grid.Cols(); ++c)
+        m_deductions << Deduction(grid.TextMatrix(0, c));
 
     Donor donor;
     int donorRow = 0;
@@ -181,7 +188,7 @@ void DonorDeclarationWriter::WriteDonantes(int row, Donor &donor, qlonglong codD
             + QStringLiteral("','") + Quoted(grid.TextMatrix(row, kDni).toUpper())
             + QStringLiteral("','',"
                              "'")
-            + provincia + QStringLiteral("','A','") + Deduction(grid.TextMatrix(0, c)) + QStringLiteral("','")
+            + provincia + QStringLiteral("','A','") + m_deductions.at(c - kFirstAmount) + QStringLiteral("','")
             + Quoted(importeTexto) + QStringLiteral("','','") + comunidad + QStringLiteral("','") + deduccionComunidad
             + QStringLiteral("','F')"));
         ++m_donantes;
@@ -223,12 +230,18 @@ void DonorDeclarationWriter::WriteCarta(const Donor &donor, int row)
     ++m_cartas;
 }
 
+void DonorDeclarationWriter::IndexPayers()
+{
+    m_payerByName.clear();
+    for (const auto &alumno : m_ctx.alumnos.Items())
+        for (const QString &name : PayerNames(*alumno))
+            if (!m_payerByName.contains(name))
+                m_payerByName.insert(name, alumno);
+}
+
 std::shared_ptr<cAlumno> DonorDeclarationWriter::FindPayer(const QString &gridName) const
 {
-    for (const auto &alumno : m_ctx.alumnos.Items())
-        if (PayerNameMatches(*alumno, gridName))
-            return alumno;
-    return nullptr;
+    return m_payerByName.value(NoBlanks(gridName));
 }
 
 QString DonorDeclarationWriter::Deduction(const QString &header) const

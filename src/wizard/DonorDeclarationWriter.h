@@ -3,6 +3,8 @@
 #include "wizard/Registros.h"
 
 #include <QDate>
+#include <QHash>
+#include <QStringList>
 #include <QLocale>
 #include <QString>
 #include <memory>
@@ -67,11 +69,17 @@ private:
     void WriteDonantes(int row, Donor &donor, qlonglong codDeclarante);
     void WriteCarta(const Donor &donor, int row);
     std::shared_ptr<cAlumno> FindPayer(const QString &gridName) const;
+    void IndexPayers();
     QString Deduction(const QString &header) const;
     double CellAmount(int row, int col) const;
 
     Connection &m_conexion;
     Context m_ctx;
+    // The payer records by every name they answer to, without blanks: the
+    // first record in the collection's order wins, as a scan would find it.
+    QHash<QString, std::shared_ptr<cAlumno>> m_payerByName;
+    // The deduction of each amount column, by column.
+    QStringList m_deductions;
     int m_donantes = 0;
     int m_cartas = 0;
 };
@@ -79,6 +87,10 @@ private:
 // A percentage as the declaration holds it: times 100, five digits with
 // leading zeros (25 -> "02500", 12.5 -> "01250").
 QString EncodePercentage(double percentage);
+
+// The names a payer record answers to, without blanks: its surnames and
+// name, an empty part written once as "-" and once as nothing.
+QStringList PayerNames(const cAlumno &payer);
 
 // Whether the payer record's name is the grid's donor name: both compared
 // without blanks, a part shown as "-" matching an empty part.
