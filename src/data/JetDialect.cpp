@@ -1,5 +1,6 @@
 #include "data/JetDialect.h"
 
+#include "util/TextRoutines.h"
 #include "util/VbFormat.h"
 
 #include <QRegularExpression>
@@ -32,7 +33,7 @@ std::optional<CrossDatabaseCopy> ParseCrossDatabaseCopy(const QString &sql)
 {
     // Cheap test first: every statement passes here, nearly none is a copy.
     if (!QStringView(sql).trimmed().startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive)
-        || !sql.contains(QLatin1Char('[')) || !sql.contains(QLatin1String("INTO"), Qt::CaseInsensitive))
+        || !sql.contains(QLatin1Char('[')) || !ContainsAsciiNoCase(sql, QLatin1StringView("INTO")))
         return std::nullopt;
     // The file part is everything between the brackets; Jet does not allow
     // "]" in it, and a ";pwd=" part (the password of an Access file) is
@@ -105,8 +106,7 @@ QString DetachStatement(const QString &alias)
 QString ReplaceBooleanLiterals(const QString &sql)
 {
     // Cheap test first: nearly no statement has either word.
-    if (!sql.contains(QLatin1String("true"), Qt::CaseInsensitive)
-        && !sql.contains(QLatin1String("false"), Qt::CaseInsensitive))
+    if (!ContainsAsciiNoCase(sql, QLatin1StringView("true")) && !ContainsAsciiNoCase(sql, QLatin1StringView("false")))
         return sql;
 
     QString out;

@@ -1,5 +1,7 @@
 #include "data/NestedJoins.h"
 
+#include "util/TextRoutines.h"
+
 #include <QList>
 #include <QSet>
 #include <QStringList>
@@ -320,7 +322,7 @@ private:
 QString FlattenNestedJoins(const QString &sql)
 {
     // Cheap test first: most statements join nothing.
-    if (!sql.contains(QLatin1String("JOIN"), Qt::CaseInsensitive) || !sql.contains(QLatin1Char('(')))
+    if (!ContainsAsciiNoCase(sql, QLatin1StringView("JOIN")) || !sql.contains(QLatin1Char('(')))
         return sql;
     auto tokens = Tokenise(sql);
     if (!tokens)

@@ -4,7 +4,10 @@
 
 #include <QChar>
 #include <QString>
+#include <QStringDecoder>
+#include <QVarLengthArray>
 #include <array>
+#include <cstring>
 #include <sqlite3.h>
 
 namespace {
@@ -172,6 +175,34 @@ int SqliteCompare(void *, int lengthA, const void *a, int lengthB, const void *b
     return SpanishCompare(va, vb);
 }
 
+// UTF-8 text into `out` (room for `length` characters); returns the count.
+qsizetype Utf16(const char *bytes, int length, char16_t *out)
+{
+    int i = 0;
+    for (; i < length && uchar(bytes[i]) < 0x80; ++i)
+        out[i] = char16_t(bytes[i]);
+    if (i == length)
+        return length;
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    auto *start = reinterpret_cast<QChar *>(out);
+    return decoder.appendToBuffer(start + i, QByteArrayView(bytes + i, length - i)) - start;
+}
+
+// The same order on UTF-8 text, the encoding of the files: registered for it,
+// the collation spares SQLite converting both texts (an allocation each) for
+// every comparison of a sort or a look-up.
+int SqliteCompareUtf8(void *, int lengthA, const void *a, int lengthB, const void *b)
+{
+    const auto *bytesA = static_cast<const char *>(a);
+    const auto *bytesB = static_cast<const char *>(b);
+    if (lengthA == lengthB && std::memcmp(bytesA, bytesB, size_t(lengthA)) == 0)
+        return 0;
+    QVarLengthArray<char16_t, 128> textA(lengthA), textB(lengthB);
+    const qsizetype sizeA = Utf16(bytesA, lengthA, textA.data());
+    const qsizetype sizeB = Utf16(bytesB, lengthB, textB.data());
+    return SpanishCompare(QStringView(textA.data(), sizeA), QStringView(textB.data(), sizeB));
+}
+
 } // namespace
 
 int SpanishCompare(QStringView a, QStringView b)
@@ -187,7 +218,11 @@ int SpanishCompare(QStringView a, QStringView b)
 
 int RegisterSpanishCollation(void *sqliteHandle)
 {
-    // SQLITE_UTF16 is the machine's byte order, the order of QString's data.
-    return sqlite3_create_collation_v2(static_cast<sqlite3 *>(sqliteHandle), M182_TEXT_COLLATION, SQLITE_UTF16, nullptr,
-                                       &SqliteCompare, nullptr);
+    // SQLITE_UTF16 is the machine's byte order, the order of QString's data;
+    // SQLite calls the form that matches the text it compares.
+    auto *db = static_cast<sqlite3 *>(sqliteHandle);
+    const int result = sqlite3_create_collation_v2(db, M182_TEXT_COLLATION, SQLITE_UTF16, nullptr, &SqliteCompare, nullptr);
+    if (result != SQLITE_OK)
+        return result;
+    return sqlite3_create_collation_v2(db, M182_TEXT_COLLATION, SQLITE_UTF8, nullptr, &SqliteCompareUtf8, nullptr);
 }

@@ -13,3 +13,8 @@ QString FixedWidth(const QVariant &text, int width, const QString &fill);
 // The text up to, not including, its first NUL character (the whole text when
 // there is none); for buffers filled by system calls.
 QString CutAtNul(const QString &text);
+
+// Whether `text` holds `word` (ASCII letters), whatever the case of either:
+// the quick test the statement translations make on every statement, much
+// cheaper than a general case-insensitive search.
+bool ContainsAsciiNoCase(QStringView text, QLatin1StringView word);

@@ -28,3 +28,16 @@ TEST(CutAtNulTest, TextEndsBeforeTheFirstNul)
     EXPECT_EQ(CutAtNul(QChar(0) + QString("abc")), "");
     EXPECT_EQ(CutAtNul("sin nulo "), "sin nulo ");
 }
+
+TEST(ContainsAsciiNoCaseTest, FindsTheWordInAnyCaseAndNothingElse)
+{
+    EXPECT_TRUE(ContainsAsciiNoCase(u"UPDATE T SET a=True", QLatin1StringView("true")));
+    EXPECT_TRUE(ContainsAsciiNoCase(u"x LEFT join (y", QLatin1StringView("JOIN")));
+    EXPECT_TRUE(ContainsAsciiNoCase(u"fAlSe", QLatin1StringView("false")));
+    EXPECT_TRUE(ContainsAsciiNoCase(u"anything", QLatin1StringView("")));
+    EXPECT_FALSE(ContainsAsciiNoCase(u"tru", QLatin1StringView("true")));
+    EXPECT_FALSE(ContainsAsciiNoCase(u"t r u e", QLatin1StringView("true")));
+    // Only ASCII letters fold: "Ĵoin" is not "join", "[" is not "{".
+    EXPECT_FALSE(ContainsAsciiNoCase(u"Ĵoin", QLatin1StringView("join")));
+    EXPECT_FALSE(ContainsAsciiNoCase(u"{", QLatin1StringView("[")));
+}
