@@ -4,7 +4,9 @@
 #include "data/JetDialect.h"
 #include "data/NestedJoins.h"
 #include "data/PostgresDialect.h"
+#include "data/PreparedStatements.h"
 #include "data/SqlProviders.h"
+#include "data/SqlStatement.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -71,18 +73,12 @@ QVariant AsSQLiteReadsIt(const QVariant &value)
 
 // The database named in a failure's message, worked out only then: the
 // path is resolved from the connection string, and most statements succeed.
-using DatabaseNamer = std::function<QString()>;
+using LazyText = std::function<QString()>;
 
-Result Run(QSqlDatabase &db, const QString &text, const QString &original, const DatabaseNamer &database)
+// The rows of an executed query, or the count of rows it changed.
+Result Collect(QSqlQuery &query, sqlite3 *handle, qint64 totalBefore, const QString &original,
+               const LazyText &database)
 {
-    sqlite3 *handle = SQLiteHandle(db);
-    const qint64 totalBefore = handle ? sqlite3_total_changes64(handle) : 0;
-
-    QSqlQuery query(db);
-    query.setForwardOnly(true);
-    if (!query.exec(text))
-        throw DatabaseError(StatementFailure(query.lastError(), database()), original, ErrorText(query.lastError()));
-
     Result result;
     if (query.isSelect()) {
         const QSqlRecord record = query.record();
@@ -115,6 +111,18 @@ Result Run(QSqlDatabase &db, const QString &text, const QString &original, const
     }
     result.rows = Recordset(QStringList(), QList<QVariantList>());
     return result;
+}
+
+Result Run(QSqlDatabase &db, const QString &text, const QString &original, const LazyText &database)
+{
+    sqlite3 *handle = SQLiteHandle(db);
+    const qint64 totalBefore = handle ? sqlite3_total_changes64(handle) : 0;
+
+    QSqlQuery query(db);
+    query.setForwardOnly(true);
+    if (!query.exec(text))
+        throw DatabaseError(StatementFailure(query.lastError(), database()), original, ErrorText(query.lastError()));
+    return Collect(query, handle, totalBefore, original, database);
 }
 
 } // namespace
@@ -247,8 +255,14 @@ void Connection::OpenDatabase(bool mayCreate)
                         ConnectionString());
 }
 
+void Connection::ForgetPrepared()
+{
+    m_prepared.reset();
+}
+
 void Connection::Discard()
 {
+    ForgetPrepared();
     {
         PendingConnection release(m_qtName);
     }
@@ -275,15 +289,44 @@ void Connection::Notify(const QString &statement) const
         m_observer(*this, statement);
 }
 
+Recordset Connection::Execute(const SqlStatement &statement)
+{
+    if (m_observer)
+        Notify(statement.ToString());
+    if (!m_open || !m_sqlite)
+        return Send(statement.ToString());
+
+    m_recordsAffected = 0;
+    if (!m_prepared)
+        m_prepared = std::make_unique<PreparedStatements>(SQLiteHandle(Database()));
+    const QString &shape = statement.Shape();
+    try {
+        const QString sql = m_prepared->Has(shape)
+                                ? QString()
+                                : JetDialect::ReplaceBooleanLiterals(JetDialect::FlattenNestedJoins(shape));
+        PreparedStatements::Outcome outcome = m_prepared->Run(shape, sql, statement.Values());
+        m_recordsAffected = outcome.affected;
+        return outcome.rows;
+    } catch (const PreparedStatements::Failure &failure) {
+        throw DatabaseError(StatementFailure(failure.error, DatabaseName()), statement.ToString(),
+                            ErrorText(failure.error));
+    }
+}
+
 Recordset Connection::Execute(const QString &sql)
 {
     Notify(sql);
+    return Send(sql);
+}
+
+Recordset Connection::Send(const QString &sql)
+{
     m_recordsAffected = 0;
     if (!m_open)
         throw DatabaseError(QStringLiteral("La conexión está cerrada."), sql);
 
     QSqlDatabase db = Database();
-    const DatabaseNamer database = [this] { return DatabaseName(); };
+    const LazyText database = [this] { return DatabaseName(); };
     if (!m_sqlite) {
         Result result = Run(db, PostgresDialect::Adapt(sql), sql, database);
         m_recordsAffected = result.affected;

@@ -8,6 +8,7 @@
 #include <memory>
 
 class QSqlDatabase;
+class SqlStatement;
 
 // The ADO connection subset the add-in uses, over QtSql.
 //
@@ -54,6 +55,11 @@ public:
     // otherwise. Throws DatabaseError carrying the database's message and the
     // statement. Jet forms the add-in relies on are translated first.
     Recordset Execute(const QString &sql);
+    // The same for a statement written with its values apart: its text
+    // (SqlStatement::ToString) is what the observer and messages see; on
+    // SQLite its shape is prepared once per connection and only bound
+    // afterwards.
+    Recordset Execute(const SqlStatement &statement);
     // Rows changed by the last Execute (0 for a query or a CREATE; the rows
     // copied for a cross-database SELECT ... INTO).
     int RecordsAffected() const { return m_recordsAffected; }
@@ -119,6 +125,10 @@ private:
     // The file or server database named in messages.
     QString DatabaseName() const;
     void Notify(const QString &statement) const;
+    // Execute without telling the observer.
+    Recordset Send(const QString &sql);
+    // Drops the prepared shapes; before the Qt connection goes.
+    void ForgetPrepared();
 
     ::ConnectionString m_connectionString;
     QString m_qtName; // QSqlDatabase connection name, unique per object
@@ -129,6 +139,8 @@ private:
     int m_busyTimeout = 1000;
     QString m_baseFolder;
     Observer m_observer;
+    // Statements prepared by shape (SQLite only), while open.
+    std::unique_ptr<class PreparedStatements> m_prepared;
 };
 
 using ConnectionPtr = std::shared_ptr<Connection>;

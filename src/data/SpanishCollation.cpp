@@ -197,6 +197,14 @@ int SqliteCompareUtf8(void *, int lengthA, const void *a, int lengthB, const voi
     const auto *bytesB = static_cast<const char *>(b);
     if (lengthA == lengthB && std::memcmp(bytesA, bytesB, size_t(lengthA)) == 0)
         return 0;
+    // Two different plain first letters decide at once: whatever follows a
+    // letter (even the tilde that makes "n" an "ñ") only places it among
+    // the texts that start with the same letter.
+    if (lengthA > 0 && lengthB > 0 && uchar(bytesA[0]) < 0x80 && uchar(bytesB[0]) < 0x80) {
+        const char16_t firstA = Fold(char16_t(bytesA[0])), firstB = Fold(char16_t(bytesB[0]));
+        if (firstA != firstB)
+            return firstA < firstB ? -1 : 1;
+    }
     QVarLengthArray<char16_t, 128> textA(lengthA), textB(lengthB);
     const qsizetype sizeA = Utf16(bytesA, lengthA, textA.data());
     const qsizetype sizeB = Utf16(bytesB, lengthB, textB.data());

@@ -4,6 +4,7 @@
 #include "controls/FlexGrid.h"
 #include "data/Connection.h"
 #include "data/Declarante.h"
+#include "data/SqlStatement.h"
 #include "util/VbFormat.h"
 #include "wizard/DonorGridLayout.h"
 #include "wizard/DonorText.h"
@@ -155,10 +156,11 @@ void DonorDeclarationWriter::WriteDonantes(int row, Donor &donor, qlonglong codD
         QString deduccionComunidad = QStringLiteral("00000");
         const QString nombreProvincia = donor.pagador ? donor.pagador->Provincia : QString();
         Recordset rs = m_conexion.Execute(
-            QStringLiteral("SELECT CodigoProvincia, CodigoComunidadAutonoma, IDComunidadAutonoma FROM Provincias INNER "
-                           "JOIN ComunidadesAutonomas ON Provincias.codComunidadAutonoma=ComunidadesAutonomas."
-                           "IDComunidadAutonoma WHERE Provincia='")
-            + Quoted(nombreProvincia) + QLatin1Char('\''));
+            SqlStatement(QStringLiteral("SELECT CodigoProvincia, CodigoComunidadAutonoma, IDComunidadAutonoma FROM "
+                                        "Provincias INNER JOIN ComunidadesAutonomas ON "
+                                        "Provincias.codComunidadAutonoma=ComunidadesAutonomas.IDComunidadAutonoma "
+                                        "WHERE Provincia="))
+                .Text(nombreProvincia));
         if (!rs.Eof()) {
             provincia = TwoDigits(rs.Fields(QStringLiteral("codigoProvincia")));
             if (m_ctx.porComunidad) {
@@ -176,21 +178,32 @@ void DonorDeclarationWriter::WriteDonantes(int row, Donor &donor, qlonglong codD
             names = {donor.pagador->Nom_MFP, donor.pagador->AP1_MFP, donor.pagador->AP2_MFP};
         else
             names = SplitGridName(donor.nombreGrid);
-        auto name = [](const QString &part) { return Quoted(CleanName(part).left(20)); };
+        const auto name = [](const QString &part) { return CleanName(part).left(20); };
         const QString importeTexto = FormatNumber(importe, kMoney, m_ctx.locale);
-
         m_conexion.Execute(
-            QStringLiteral("INSERT INTO Donantes (codDeclarante, nombre, apellido1, apellido2, nif, nifrepresentante, "
-                           "codigoprovincia, clave, deduccion, importe, donativoenespecie, ComunidadAut, DeduccionCAut, "
-                           "TipoPersona) VALUES ")
-            + QLatin1Char('(') + QString::number(codDeclarante) + QStringLiteral(",'") + name(names.nombre)
-            + QStringLiteral("','") + name(names.apellido1) + QStringLiteral("','") + name(names.apellido2)
-            + QStringLiteral("','") + Quoted(grid.TextMatrix(row, kDni).toUpper())
-            + QStringLiteral("','',"
-                             "'")
-            + provincia + QStringLiteral("','A','") + m_deductions.at(c - kFirstAmount) + QStringLiteral("','")
-            + Quoted(importeTexto) + QStringLiteral("','','") + comunidad + QStringLiteral("','") + deduccionComunidad
-            + QStringLiteral("','F')"));
+            SqlStatement(QStringLiteral("INSERT INTO Donantes (codDeclarante, nombre, apellido1, apellido2, nif, "
+                                        "nifrepresentante, codigoprovincia, clave, deduccion, importe, donativoenespecie, "
+                                        "ComunidadAut, DeduccionCAut, TipoPersona) VALUES ("))
+                .Integer(codDeclarante)
+                .Sql(QStringLiteral(","))
+                .Text(name(names.nombre))
+                .Sql(QStringLiteral(","))
+                .Text(name(names.apellido1))
+                .Sql(QStringLiteral(","))
+                .Text(name(names.apellido2))
+                .Sql(QStringLiteral(","))
+                .Text(grid.TextMatrix(row, kDni).toUpper())
+                .Sql(QStringLiteral(",'',"))
+                .Text(provincia)
+                .Sql(QStringLiteral(",'A',"))
+                .Text(m_deductions.at(c - kFirstAmount))
+                .Sql(QStringLiteral(","))
+                .Text(importeTexto)
+                .Sql(QStringLiteral(",'',"))
+                .Text(comunidad)
+                .Sql(QStringLiteral(","))
+                .Text(deduccionComunidad)
+                .Sql(QStringLiteral(",'F')")));
         ++m_donantes;
         donor.total += importe;
     }
@@ -198,26 +211,26 @@ void DonorDeclarationWriter::WriteDonantes(int row, Donor &donor, qlonglong codD
 
 void DonorDeclarationWriter::WriteCarta(const Donor &donor, int row)
 {
-    const QString nif = Quoted(m_ctx.grid.TextMatrix(row, kDni).toUpper());
-    const QString total = Quoted(FormatNumber(donor.total, kMoney, m_ctx.locale));
+    const QString nif = m_ctx.grid.TextMatrix(row, kDni).toUpper();
+    const QString total = FormatNumber(donor.total, kMoney, m_ctx.locale);
     QStringList values;
     if (donor.pagador) {
         const cAlumno &p = *donor.pagador;
-        values = {Quoted(p.AP1_MFP.left(50)),
-                  Quoted(p.AP2_MFP.left(50)),
-                  Quoted(p.Nom_MFP.left(40)),
+        values = {p.AP1_MFP.left(50),
+                  p.AP2_MFP.left(50),
+                  p.Nom_MFP.left(40),
                   nif,
                   total,
-                  Quoted(p.Poblacion),
-                  Quoted(p.Direccion),
-                  Quoted(p.CodPos),
-                  Quoted(p.Provincia)};
+                  p.Poblacion,
+                  p.Direccion,
+                  p.CodPos,
+                  p.Provincia};
     } else {
         const NameParts names = SplitGridName(donor.nombreGrid);
         const QString blank = QStringLiteral(" ");
-        values = {Quoted(names.apellido1.left(50)),
-                  Quoted(names.apellido2.left(50)),
-                  Quoted(names.nombre.left(40)),
+        values = {names.apellido1.left(50),
+                  names.apellido2.left(50),
+                  names.nombre.left(40),
                   nif,
                   total,
                   blank,
@@ -225,8 +238,10 @@ void DonorDeclarationWriter::WriteCarta(const Donor &donor, int row)
                   blank,
                   blank};
     }
-    m_conexion.Execute(QStringLiteral("INSERT INTO CartaDonantes VALUES ('") + values.join(QStringLiteral("','"))
-                       + QStringLiteral("')"));
+    SqlStatement insert(QStringLiteral("INSERT INTO CartaDonantes VALUES ("));
+    for (qsizetype i = 0; i < values.size(); ++i)
+        insert.Sql(i == 0 ? QString() : QStringLiteral(",")).Text(values.at(i));
+    m_conexion.Execute(insert.Sql(QStringLiteral(")")));
     ++m_cartas;
 }
 

@@ -2,6 +2,7 @@
 
 #include "data/Connection.h"
 #include "data/DonorQuery.h"
+#include "data/SqlStatement.h"
 #include "session/WizardRun.h"
 #include "util/TextRoutines.h"
 #include "util/VbFormat.h"
@@ -211,9 +212,14 @@ void DonorGridBuilder::AddEnrolment(const cCursoEscolar &curso, const cActividad
         m_form.dblTotal -= importe;
         contado = 0;
         Recordset saved = m_form.Run().ConexionCentro().Execute(
-            QStringLiteral("SELECT Pago FROM DatosModelo182 WHERE IDCC=") + QString::number(curso.idCursoEscolar)
-            + QStringLiteral(" AND IDAct=") + QString::number(actividad.idActividad) + QStringLiteral(" AND IDAL=")
-            + QString::number(ids.idAlumno) + QStringLiteral(" AND IDMF=") + QString::number(ids.idMiembroFamilia));
+            SqlStatement(QStringLiteral("SELECT Pago FROM DatosModelo182 WHERE IDCC="))
+                .Integer(curso.idCursoEscolar)
+                .Sql(QStringLiteral(" AND IDAct="))
+                .Integer(actividad.idActividad)
+                .Sql(QStringLiteral(" AND IDAL="))
+                .Integer(ids.idAlumno)
+                .Sql(QStringLiteral(" AND IDMF="))
+                .Integer(ids.idMiembroFamilia));
         if (!saved.Eof()) {
             const double pago = SavedAmount(saved.Fields(QStringLiteral("Pago")));
             grid.SetTextMatrix(row, col, Money(pago, locale));
@@ -268,8 +274,10 @@ int DonorGridBuilder::AppendRow(const QString &key, const DonorColumns &columns,
 void DonorGridBuilder::LoadSavedPayer(int row, qlonglong idAlumno, qlonglong idMiembro)
 {
     Recordset rs = m_form.Run().ConexionCentro().Execute(
-        QStringLiteral("SELECT Nombre, AP1, AP2, NIF, Mostrar FROM ALMFModelo182 WHERE IDAL=") + QString::number(idAlumno)
-        + QStringLiteral(" AND IDMF=") + QString::number(idMiembro));
+        SqlStatement(QStringLiteral("SELECT Nombre, AP1, AP2, NIF, Mostrar FROM ALMFModelo182 WHERE IDAL="))
+            .Integer(idAlumno)
+            .Sql(QStringLiteral(" AND IDMF="))
+            .Integer(idMiembro));
     if (!rs.Eof()) {
         FlexGrid &grid = m_form.msgMod182;
         grid.SetTextMatrix(row, kPagador,

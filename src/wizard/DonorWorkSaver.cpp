@@ -68,10 +68,11 @@ DonorWorkSaver::DonorWorkSaver(frmActividadAlumno &form) : m_form(form)
 {
 }
 
-QStringList DonorWorkSaver::Statements() const
+QList<SqlStatement> DonorWorkSaver::Statements() const
 {
-    QStringList sql{QStringLiteral("DELETE FROM ComDed"), QStringLiteral("DELETE FROM CursoEscAct"),
-                    QStringLiteral("DELETE FROM DatosModelo182"), QStringLiteral("DELETE FROM ALMFModelo182")};
+    QList<SqlStatement> sql;
+    for (const char *table : {"ComDed", "CursoEscAct", "DatosModelo182", "ALMFModelo182"})
+        sql << SqlStatement(QStringLiteral("DELETE FROM ") + QLatin1String(table));
     AddCommunities(sql);
     AddActivities(sql);
     AddDonorRows(sql);
@@ -81,7 +82,7 @@ QStringList DonorWorkSaver::Statements() const
 
 bool DonorWorkSaver::Save()
 {
-    QStringList sql;
+    QList<SqlStatement> sql;
     try {
         sql = Statements();
     } catch (const SaveRefused &refused) {
@@ -98,25 +99,25 @@ bool DonorWorkSaver::Save()
     return true;
 }
 
-void DonorWorkSaver::Send(const QStringList &sql) const
+void DonorWorkSaver::Send(const QList<SqlStatement> &sql) const
 {
     Connection &centro = m_form.Run().ConexionCentro();
     Connection::Transaction transaction(centro);
-    for (const QString &statement : sql)
+    for (const SqlStatement &statement : sql)
         centro.Execute(statement);
     transaction.Commit();
 }
 
-void DonorWorkSaver::AddCommunities(QStringList &sql) const
+void DonorWorkSaver::AddCommunities(QList<SqlStatement> &sql) const
 {
     const quint8 eliminado = cConstCol().Eliminado();
     for (const auto &comunidad : m_form.Cursos().colComAut.Items()) {
         if (comunidad->Estado == eliminado)
             continue;
         try {
-            sql << QStringLiteral("INSERT INTO ComDed VALUES (") + QString::number(comunidad->IDComAut) + QLatin1Char(',')
+            sql << SqlStatement(QStringLiteral("INSERT INTO ComDed VALUES (") + QString::number(comunidad->IDComAut) + QLatin1Char(',')
                        + QString::number(comunidad->IDDeduccion) + QLatin1Char(',') + SingleDecimal(comunidad->Valor)
-                       + QLatin1Char(')');
+                       + QLatin1Char(')'));
         } catch (const ConversionError &) {
             throw SaveRefused(QStringLiteral("El porcentaje de la comunidad autónoma ")
                               + QString::number(comunidad->IDComAut)
@@ -125,7 +126,7 @@ void DonorWorkSaver::AddCommunities(QStringList &sql) const
     }
 }
 
-void DonorWorkSaver::AddActivities(QStringList &sql) const
+void DonorWorkSaver::AddActivities(QList<SqlStatement> &sql) const
 {
     const QString flag = SqlBool(m_form.DeduccionPorComunidad());
     for (const auto &curso : m_form.Cursos().colCursosEscolares.Items()) {
@@ -138,12 +139,12 @@ void DonorWorkSaver::AddActivities(QStringList &sql) const
                     QStringLiteral("La deducción de la actividad «") + ActivityLabel(*curso, *actividad)
                     + QStringLiteral("» no es un número. Vuelva al paso anterior, corríjala y vuelva a guardar."));
             }
-            sql << QStringLiteral("INSERT INTO CursoEscAct VALUES (") + QString::number(curso->idCursoEscolar)
+            sql << SqlStatement(QStringLiteral("INSERT INTO CursoEscAct VALUES (") + QString::number(curso->idCursoEscolar)
                        + QLatin1Char(',') + SqlText(curso->Nombre) + QLatin1Char(',') + SqlText(curso->conBD)
                        + QLatin1Char(',') + QString::number(actividad->idActividad) + QLatin1Char(',')
                        + SqlText(actividad->Nombre) + QLatin1Char(',') + deduccion + QLatin1Char(',')
                        + SqlText(actividad->TipoDonativo) + QLatin1Char(',') + SqlText(actividad->TipoDonativoDeduccion)
-                       + QLatin1Char(',') + SqlText(actividad->MesesPago) + QLatin1Char(',') + flag + QLatin1Char(')');
+                       + QLatin1Char(',') + SqlText(actividad->MesesPago) + QLatin1Char(',') + flag + QLatin1Char(')'));
         }
     }
 }
@@ -161,21 +162,27 @@ QList<QPair<qint16, qint32>> DonorWorkSaver::AmountColumns() const
     return columns;
 }
 
-void DonorWorkSaver::AddDonorRows(QStringList &sql) const
+void DonorWorkSaver::AddDonorRows(QList<SqlStatement> &sql) const
 {
     const FlexGrid &grid = m_form.msgMod182;
     const QLocale &locale = m_form.Run().Locale();
     const auto columns = AmountColumns();
     for (int r = 1; r < grid.Rows(); ++r) {
         const RowKeyParts ids = SplitRowKey(grid.TextMatrix(r, kKey));
-        const QString rowIds = QString::number(ids.idAlumno) + QLatin1Char(',') + QString::number(ids.idMiembroFamilia);
         const NameParts name = SplitGridName(grid.TextMatrix(r, kPagador));
-        sql << QStringLiteral("INSERT INTO ALMFModelo182 VALUES (") + rowIds + QLatin1Char(',')
-                   + SqlText(FirstCharacters(name.nombre, kNamePartLength)) + QLatin1Char(',')
-                   + SqlText(FirstCharacters(name.apellido1, kNamePartLength)) + QLatin1Char(',')
-                   + SqlText(FirstCharacters(name.apellido2, kNamePartLength)) + QLatin1Char(',')
-                   + SqlText(grid.TextMatrix(r, kDni)) + QLatin1Char(',')
-                   + SqlBool(grid.TextMatrix(r, kMostrar) == kDeclarado) + QLatin1Char(')');
+        sql << SqlStatement(QStringLiteral("INSERT INTO ALMFModelo182 VALUES ("))
+                   .Integer(ids.idAlumno)
+                   .Sql(QStringLiteral(","))
+                   .Integer(ids.idMiembroFamilia)
+                   .Sql(QStringLiteral(","))
+                   .Text(FirstCharacters(name.nombre, kNamePartLength))
+                   .Sql(QStringLiteral(","))
+                   .Text(FirstCharacters(name.apellido1, kNamePartLength))
+                   .Sql(QStringLiteral(","))
+                   .Text(FirstCharacters(name.apellido2, kNamePartLength))
+                   .Sql(QStringLiteral(","))
+                   .Text(grid.TextMatrix(r, kDni))
+                   .Sql(QLatin1Char(',') + SqlBool(grid.TextMatrix(r, kMostrar) == kDeclarado) + QLatin1Char(')'));
 
         for (int c = kFirstAmount; c < grid.Cols(); ++c) {
             const QString cell = grid.TextMatrix(r, c);
@@ -198,17 +205,26 @@ void DonorWorkSaver::AddDonorRows(QStringList &sql) const
             literal.replace(QLatin1Char(','), QLatin1Char('.'));
             if (!IsDecimalLiteral(literal))
                 literal = SqlDecimal(*amount);
-            sql << QStringLiteral("INSERT INTO DatosModelo182 VALUES (") + rowIds + QLatin1Char(',')
-                       + QString::number(keys.first) + QLatin1Char(',') + QString::number(keys.second) + QLatin1Char(',')
-                       + literal + QLatin1Char(')');
+            sql << SqlStatement(QStringLiteral("INSERT INTO DatosModelo182 VALUES ("))
+                       .Integer(ids.idAlumno)
+                       .Sql(QStringLiteral(","))
+                       .Integer(ids.idMiembroFamilia)
+                       .Sql(QStringLiteral(","))
+                       .Integer(keys.first)
+                       .Sql(QStringLiteral(","))
+                       .Integer(keys.second)
+                       .Sql(QStringLiteral(","))
+                       .Decimal(literal)
+                       .Sql(QStringLiteral(")"));
         }
     }
 }
 
-void DonorWorkSaver::AddKeptPayments(QStringList &sql) const
+void DonorWorkSaver::AddKeptPayments(QList<SqlStatement> &sql) const
 {
     for (const cDatosCobro &cobro : std::as_const(m_form.colDatosCobro))
-        sql << QStringLiteral("INSERT INTO DatosModelo182 VALUES (") + QString::number(cobro.IDAl) + QLatin1Char(',')
-                   + QString::number(cobro.IDMF) + QLatin1Char(',') + QString::number(cobro.IDCC) + QLatin1Char(',')
-                   + QString::number(cobro.IDAct) + QLatin1Char(',') + KeptAmount(cobro.Pago) + QLatin1Char(')');
+        sql << SqlStatement(QStringLiteral("INSERT INTO DatosModelo182 VALUES (") + QString::number(cobro.IDAl)
+                            + QLatin1Char(',') + QString::number(cobro.IDMF) + QLatin1Char(',')
+                            + QString::number(cobro.IDCC) + QLatin1Char(',') + QString::number(cobro.IDAct)
+                            + QLatin1Char(',') + KeptAmount(cobro.Pago) + QLatin1Char(')'));
 }

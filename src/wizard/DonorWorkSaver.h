@@ -1,5 +1,7 @@
 #pragma once
 
+#include "data/SqlStatement.h"
+
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -35,7 +37,7 @@ public:
 
     // The statements of a save, in the order they are sent. Throws
     // SaveRefused when the grid holds something that cannot be stored.
-    QStringList Statements() const;
+    QList<SqlStatement> Statements() const;
 
     // Saves and tells the person how it went: "Datos guardados con éxito",
     // a refusal naming the cell, or the database's failure with what to do.
@@ -43,13 +45,13 @@ public:
     bool Save();
 
 private:
-    void AddCommunities(QStringList &sql) const;
-    void AddActivities(QStringList &sql) const;
-    void AddDonorRows(QStringList &sql) const;
-    void AddKeptPayments(QStringList &sql) const;
+    void AddCommunities(QList<SqlStatement> &sql) const;
+    void AddActivities(QList<SqlStatement> &sql) const;
+    void AddDonorRows(QList<SqlStatement> &sql) const;
+    void AddKeptPayments(QList<SqlStatement> &sql) const;
     // The amount columns' school year and activity, found from their headers.
     QList<QPair<qint16, qint32>> AmountColumns() const;
-    void Send(const QStringList &sql) const;
+    void Send(const QList<SqlStatement> &sql) const;
 
     frmActividadAlumno &m_form;
 };

@@ -3,6 +3,7 @@
 #include "data/SpanishCollation.h"
 
 #include "test_data.h"
+#include "util/VbFormat.h"
 
 using namespace data_test;
 
@@ -58,6 +59,32 @@ TEST(SpanishCollationSql, OrdersAndComparesOnEveryConnectionAndByName)
     EXPECT_EQ(Rows(later, "SELECT x FROM (SELECT 'b' AS x UNION ALL SELECT 'Ñ' UNION ALL SELECT 'N' UNION ALL SELECT 'o')"
                           " ORDER BY x COLLATE ES_CI"),
               QStringList({"b", "N", "Ñ", "o"}));
+}
+
+// The files hold UTF-8 text, and SQLite calls the collation's UTF-8 form on
+// them: every pair must compare as the comparison itself says, in a UTF-8
+// and in a UTF-16 database, first letters alike or not, plain or not.
+TEST(SpanishCollationSql, EveryEncodingComparesEveryPairAsTheComparisonDoes)
+{
+    const QStringList words{"Álvarez", "alvarez", "ALVAREZ", "Blanco", "blanco", "Nuñez", "Ñuñez", "n\u0303u", "Ortega",
+                            "ortega", "2º B", " Sanz", "Sanz", "", "Émile", "émile", "Zapata", "zorro", "Ñ", "N", "o",
+                            "Øster", "ß", "Martín López", "Martínez"};
+    for (const char *encoding : {"UTF-8", "UTF-16le"}) {
+        QTemporaryDir dir;
+        auto c = Connection::CreateSQLite(dir.filePath("textos.db"));
+        c->Execute(QStringLiteral("PRAGMA encoding='") + encoding + "'");
+        c->Execute("CREATE TABLE Texto (ID INTEGER PRIMARY KEY, t TEXT COLLATE ES_CI)");
+        for (int i = 0; i < words.size(); ++i)
+            c->Execute(QString("INSERT INTO Texto VALUES (%1, %2)").arg(i).arg(SqlText(words.at(i))));
+        ASSERT_EQ(Value(*c, "PRAGMA encoding"), encoding);
+        const QStringList pairs = Rows(*c, "SELECT a.ID, b.ID, (a.t > b.t) - (a.t < b.t) FROM Texto a, Texto b");
+        ASSERT_EQ(pairs.size(), words.size() * words.size());
+        for (const QString &pair : pairs) {
+            const QStringList f = pair.split('|');
+            const QString &a = words.at(f.at(0).toInt()), &b = words.at(f.at(1).toInt());
+            EXPECT_EQ(f.at(2).toInt(), Sign(a, b)) << encoding << ": " << a << " / " << b;
+        }
+    }
 }
 
 } // namespace
