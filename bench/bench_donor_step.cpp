@@ -154,6 +154,7 @@ struct Measured
 {
     Timings timings;
     long statements = 0;
+    long peakMb = 0; // the process's peak memory once the operation has run
 };
 
 // Times the operation as the program runs it, with no observer on its
@@ -167,15 +168,16 @@ Measured TimeProgram(WizardRun &run, int repeat, const std::function<void()> &op
     run.SetStatementObserver([&statements](const Connection &, const QString &) { ++statements; });
     operation();
     run.SetStatementObserver(nullptr);
-    return {timings, statements};
+    return {timings, statements, PeakResidentKib() / 1024};
 }
 
 void PrintRow(const char *operation, const Measured &program, const Timings &floor)
 {
     const Timings &timing = program.timings;
     const double ratio = floor.cpu.medianMs > 0 ? timing.cpu.medianMs / floor.cpu.medianMs : 0;
-    std::printf("%-30s %9.1f %9.1f-%-9.1f %9.1f %9.1f %7.2f %11ld\n", operation, timing.wall.medianMs, timing.wall.minMs,
-                timing.wall.maxMs, timing.cpu.medianMs, floor.cpu.medianMs, ratio, program.statements);
+    std::printf("%-30s %9.1f %9.1f-%-9.1f %9.1f %9.1f %7.2f %11ld %8ld\n", operation, timing.wall.medianMs,
+                timing.wall.minMs, timing.wall.maxMs, timing.cpu.medianMs, floor.cpu.medianMs, ratio, program.statements,
+                program.peakMb);
 }
 
 // The AEAT file the generator wrote into the reports folder.
@@ -225,8 +227,8 @@ int main(int argc, char **argv)
 
     std::printf("School: %d students, %d years x %d activities; grid %d rows x %d columns\n\n", size.students, size.years,
                 size.activities, alumnos.msgMod182.Rows() - 1, alumnos.msgMod182.Cols());
-    std::printf("%-30s %9s %19s %9s %9s %7s %11s\n", "operation", "wall ms", "wall min-max", "cpu ms", "floor cpu", "ratio",
-                "statements");
+    std::printf("%-30s %9s %19s %9s %9s %7s %11s %8s\n", "operation", "wall ms", "wall min-max", "cpu ms", "floor cpu",
+                "ratio", "statements", "peak MB");
     // The saved work's grid stays for the save and the declaration: its
     // marks leave out the donors whose tax identifier is not valid.
     for (const bool loaded : {false, true}) {

@@ -57,9 +57,10 @@ void PreparedStatements::Bind(sqlite3_stmt *statement, const QVariantList &value
         } else if (value.typeId() == QMetaType::Double) {
             result = sqlite3_bind_double(statement, position, value.toDouble());
         } else {
-            const QString text = value.toString();
-            result = sqlite3_bind_text16(statement, position, text.utf16(), int(text.size() * sizeof(char16_t)),
-                                         SQLITE_TRANSIENT);
+            // The files hold UTF-8: converted here once, not by SQLite at
+            // every comparison or store.
+            const QByteArray text = value.toString().toUtf8();
+            result = sqlite3_bind_text(statement, position, text.constData(), int(text.size()), SQLITE_TRANSIENT);
         }
         if (result != SQLITE_OK)
             Fail(statement);

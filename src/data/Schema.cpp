@@ -324,6 +324,8 @@ void CreateDeclarationDatabase(Connection &connection)
                     {QStringLiteral("codComunidadAutonoma"), kInteger},
                     {QStringLiteral("Provincia"), kText},
                 });
+    // Every amount of the declaration looks up its donor's province by name.
+    Exec(db, QStringLiteral("CREATE INDEX IF NOT EXISTS Provincias_Provincia ON Provincias (Provincia)"));
     CreateTable(db, QStringLiteral("Declarantes"),
                 {
                     {QStringLiteral("IDDeclarante"), kAutoNumber},

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QList>
 #include <QStringList>
 #include <QVariantList>
 
@@ -36,13 +37,14 @@ public:
     const QVariantList &Values() const { return m_values; }
 
 private:
-    void Add(const QVariant &value, const QString &written);
+    enum class Kind : char { Text, Integer, Decimal };
+    void Add(QVariant value, Kind kind);
 
     QString m_shape;
     QVariantList m_values;
-    // The SQL before each value and after the last, and each value as
-    // written when it is not a text: the text as sent is only put together
-    // when someone reads it.
-    QStringList m_pieces;
-    QStringList m_written;
+    // Where each value's "?" stands in the shape and how it is written: the
+    // text as sent is only put together when someone reads it.
+    QList<qsizetype> m_marks;
+    QList<Kind> m_kinds;
+    QStringList m_decimals; // the decimal literals as written, in order
 };
