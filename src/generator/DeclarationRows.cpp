@@ -60,23 +60,36 @@ DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order
 {
 }
 
+const QString &DonorRowStream::Column(int column)
+{
+    Cell &cell = m_cells[size_t(column)];
+    const QByteArrayView bytes = m_statement.Utf8(column);
+    const bool null = bytes.data() == nullptr;
+    if (null != cell.null || bytes != QByteArrayView(cell.bytes.data(), qsizetype(cell.bytes.size()))) {
+        cell.null = null;
+        cell.bytes.assign(bytes.data(), size_t(bytes.size()));
+        cell.text = null ? QString() : QString::fromUtf8(bytes);
+    }
+    return cell.text;
+}
+
 bool DonorRowStream::Next(DonorRow &row)
 {
     if (!m_statement.Step())
         return false;
-    row.nombre = m_statement.Text(0);
-    row.apellido1 = m_statement.Text(1);
-    row.apellido2 = m_statement.Text(2);
-    row.nif = m_statement.Text(3);
-    row.nifRepresentante = m_statement.Text(4);
-    row.codigoProvincia = m_statement.Text(5);
-    row.clave = m_statement.Text(6);
-    row.deduccion = m_statement.Text(7);
-    row.importe = m_statement.Text(8);
-    row.donativoEnEspecie = m_statement.Text(9);
-    row.comunidadAut = m_statement.Text(10);
-    row.deduccionCAut = m_statement.Text(11);
-    row.tipoPersona = m_statement.Text(12);
+    row.nombre = Column(0);
+    row.apellido1 = Column(1);
+    row.apellido2 = Column(2);
+    row.nif = Column(3);
+    row.nifRepresentante = Column(4);
+    row.codigoProvincia = Column(5);
+    row.clave = Column(6);
+    row.deduccion = Column(7);
+    row.importe = Column(8);
+    row.donativoEnEspecie = Column(9);
+    row.comunidadAut = Column(10);
+    row.deduccionCAut = Column(11);
+    row.tipoPersona = Column(12);
     return true;
 }
 

@@ -4,7 +4,9 @@
 
 #include <QString>
 
+#include <array>
 #include <optional>
+#include <string>
 
 class Connection;
 
@@ -61,7 +63,19 @@ public:
     bool Next(DonorRow &row);
 
 private:
+    // The last text of each column: a donor's rows come one after another
+    // and many columns repeat from row to row, so a text is converted only
+    // when its bytes change.
+    struct Cell
+    {
+        std::string bytes;
+        bool null = true;
+        QString text;
+    };
+    const QString &Column(int column);
+
     SqliteStatement m_statement;
+    std::array<Cell, 13> m_cells;
 };
 
 } // namespace Aeat

@@ -46,6 +46,13 @@ void EnsureDonorHistoryTable(Connection &connection)
 
 void DonorHistory::Load(Connection &connection, int ejercicio)
 {
+    SqliteStatement table(connection, QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' "
+                                                     "AND name = 'HistorialDonantes' COLLATE NOCASE"));
+    if (!table.Step()) {
+        m_lastYear.clear();
+        m_yearBefore.clear();
+        return;
+    }
     m_lastYear = LoadYear(connection, ejercicio - 1);
     m_yearBefore = LoadYear(connection, ejercicio - 2);
 }
@@ -82,6 +89,15 @@ DonorHistoryWriter::DonorHistoryWriter(Connection &connection, int ejercicio)
 }
 
 void DonorHistoryWriter::Add(const QString &nif, qint64 cents)
+{
+    m_insert.Reset();
+    m_insert.Bind(1, nif);
+    m_insert.Bind(2, qint64(m_ejercicio));
+    m_insert.Bind(3, cents);
+    m_insert.Step();
+}
+
+void DonorHistoryWriter::Add(QByteArrayView nif, qint64 cents)
 {
     m_insert.Reset();
     m_insert.Bind(1, nif);

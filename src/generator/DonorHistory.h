@@ -30,6 +30,7 @@ void EnsureDonorHistoryTable(Connection &connection);
 class DonorHistory
 {
 public:
+    // Without the table (no run has written it yet) no donor is recurrent.
     void Load(Connection &connection, int ejercicio);
     char Recurrence(const QString &nif, qint64 current) const;
 
@@ -53,6 +54,7 @@ class DonorHistoryWriter
 public:
     DonorHistoryWriter(Connection &connection, int ejercicio);
     void Add(const QString &nif, qint64 cents);
+    void Add(QByteArrayView nif, qint64 cents); // the identifier's ASCII bytes
 
 private:
     SqliteStatement m_insert;
