@@ -3,6 +3,8 @@
 #include "data/Connection.h"
 #include "data/DatabaseError.h"
 
+#include <algorithm>
+
 namespace Aeat {
 
 namespace {
@@ -49,21 +51,58 @@ QString DonorQuery(qint64 declarantId, DonorRowStream::Order order)
     QString sql = QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
                   + QStringLiteral(" FROM Donantes WHERE codDeclarante = ") + QString::number(declarantId);
     if (order == DonorRowStream::Order::ByDonor)
-        sql += QStringLiteral(" ORDER BY ") + QLatin1String(kDonorKey);
+        sql += QStringLiteral(" ORDER BY ") + QLatin1String(kDonorKey) + QStringLiteral(", rowid");
     return sql;
 }
 
 } // namespace
 
+// Rows read by rowid in one statement per batch of rowids (a JSON array):
+// a statement per row would cost more than SQLite sorting the rows.
+constexpr size_t kBatchRows = 20'000;
+
 DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order order)
-    : m_statement(connection, DonorQuery(declarantId, order))
 {
+    if (order == Order::ByDonor) {
+        m_order = std::make_unique<DonorOrder>(connection, declarantId);
+        if (m_order->Ordered()) {
+            // CROSS JOIN keeps the batch as the outer loop: rows come in its order.
+            m_statement = std::make_unique<SqliteStatement>(
+                connection, QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
+                                + QStringLiteral(" FROM json_each(?) AS batch CROSS JOIN Donantes "
+                                                 "ON Donantes.rowid = batch.value"));
+            return;
+        }
+        m_order.reset(); // an identifier only SQL orders
+    }
+    m_statement = std::make_unique<SqliteStatement>(connection, DonorQuery(declarantId, order));
+}
+
+bool DonorRowStream::Step()
+{
+    if (!m_order)
+        return m_statement->Step();
+    for (;;) {
+        if (m_batchBound && m_statement->Step())
+            return true;
+        if (m_next == m_order->Size())
+            return false;
+        QByteArray batch = "[";
+        for (const size_t end = std::min(m_next + kBatchRows, m_order->Size()); m_next < end; ++m_next) {
+            batch += QByteArray::number(m_order->RowId(m_next));
+            batch += ',';
+        }
+        batch[batch.size() - 1] = ']';
+        m_statement->Reset();
+        m_statement->Bind(1, QByteArrayView(batch));
+        m_batchBound = true;
+    }
 }
 
 const QString &DonorRowStream::Column(int column)
 {
     Cell &cell = m_cells[size_t(column)];
-    const QByteArrayView bytes = m_statement.Utf8(column);
+    const QByteArrayView bytes = m_statement->Utf8(column);
     const bool null = bytes.data() == nullptr;
     if (null != cell.null || bytes != QByteArrayView(cell.bytes.data(), qsizetype(cell.bytes.size()))) {
         cell.null = null;
@@ -75,7 +114,7 @@ const QString &DonorRowStream::Column(int column)
 
 bool DonorRowStream::Next(DonorRow &row)
 {
-    if (!m_statement.Step())
+    if (!Step())
         return false;
     row.nombre = Column(0);
     row.apellido1 = Column(1);

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "generator/DonorOrder.h"
 #include "generator/SqliteStatement.h"
 
 #include <QString>
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -52,7 +54,7 @@ std::optional<DeclarantRow> ReadNewestDeclarant(Connection &connection);
 // hundreds of thousands of rows, which are never all in memory. In
 // `ByDonor` order the rows of one donor come together: they are sorted by
 // the identifier as the file writes it (no "-", no blanks around, upper case,
-// zeros on the left to nine characters).
+// zeros on the left to nine characters), then as stored.
 // Throws DatabaseError when the query fails.
 class DonorRowStream
 {
@@ -73,8 +75,12 @@ private:
         QString text;
     };
     const QString &Column(int column);
+    bool Step();
 
-    SqliteStatement m_statement;
+    std::unique_ptr<DonorOrder> m_order; // by donor, when worked out here
+    size_t m_next = 0; // the first rowid not yet in a batch
+    bool m_batchBound = false;
+    std::unique_ptr<SqliteStatement> m_statement;
     std::array<Cell, 13> m_cells;
 };
 

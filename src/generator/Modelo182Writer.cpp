@@ -3,6 +3,7 @@
 #include "data/Connection.h"
 #include "generator/AeatText.h"
 #include "generator/DonorHistory.h"
+#include "generator/DonorOrder.h"
 #include "generator/DonorRecords.h"
 #include "generator/Modelo182Records.h"
 #include "generator/Modelo182Validation.h"
@@ -11,8 +12,6 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include <algorithm>
-#include <array>
 #include <climits>
 #include <limits>
 #include <vector>
@@ -136,7 +135,7 @@ struct Totals
 // A donor's total for the year, kept until the history may be written.
 struct HistoryEntry
 {
-    std::array<char, 9> nif;
+    DonorKey nif;
     qint64 cents;
 };
 
@@ -208,10 +207,7 @@ Totals WriteDonors(Connection &connection, const Modelo182Validation &validation
             totals.cents += record.centimos;
         }
         out.FlushIfFull();
-        HistoryEntry entry{{}, donor.TotalCents()};
-        for (int i = 0; i < int(entry.nif.size()) && i < nif.size(); ++i)
-            entry.nif[size_t(i)] = char(nif.at(i).unicode());
-        historyEntries.push_back(entry);
+        historyEntries.push_back({PackDonorKey(nif.toLatin1()), donor.TotalCents()});
         donor.Clear();
     };
 
@@ -243,10 +239,8 @@ void WriteHistory(Connection &connection, int ejercicio, const std::vector<Histo
 {
     EnsureDonorHistoryTable(connection);
     DonorHistoryWriter writer(connection, ejercicio);
-    for (const HistoryEntry &entry : entries) {
-        const auto length = std::find(entry.nif.begin(), entry.nif.end(), '\0') - entry.nif.begin();
-        writer.Add(QByteArrayView(entry.nif.data(), length), entry.cents);
-    }
+    for (const HistoryEntry &entry : entries)
+        writer.Add(QByteArrayView(DonorKeyText(entry.nif)), entry.cents);
 }
 
 // Checks and writes in one pass. The file grows in a temporary file and the
