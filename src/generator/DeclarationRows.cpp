@@ -14,6 +14,7 @@ QString Text(const QVariant &value)
     return value.isNull() ? QString() : value.toString();
 }
 
+constexpr int kNifColumn = 3;
 const char kDonorColumns[] =
     "nombre, apellido1, apellido2, nif, nifrepresentante, codigoprovincia, clave, deduccion, importe, "
     "donativoenespecie, ComunidadAut, DeduccionCAut, TipoPersona";
@@ -61,10 +62,13 @@ QString DonorQuery(qint64 declarantId, DonorRowStream::Order order)
 // a statement per row would cost more than SQLite sorting the rows.
 constexpr size_t kBatchRows = 20'000;
 
-DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order order)
+DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order order, DonorOrder::Limits limits)
 {
     if (order == Order::ByDonor) {
-        m_order = std::make_unique<DonorOrder>(connection, declarantId);
+        m_order = std::make_unique<DonorOrder>(connection, declarantId, QLatin1String(kDonorColumns),
+                                               int(m_cells.size()), kNifColumn, limits);
+        if (m_order->Held())
+            return;
         if (m_order->Ordered()) {
             // CROSS JOIN keeps the batch as the outer loop: rows come in its order.
             m_statement = std::make_unique<SqliteStatement>(
@@ -82,6 +86,12 @@ bool DonorRowStream::Step()
 {
     if (!m_order)
         return m_statement->Step();
+    if (m_order->Held()) {
+        if (m_next == m_order->Size())
+            return false;
+        m_order->HeldRow(m_next++, m_heldRow.data());
+        return true;
+    }
     for (;;) {
         if (m_batchBound && m_statement->Step())
             return true;
@@ -101,8 +111,12 @@ bool DonorRowStream::Step()
 
 const QString &DonorRowStream::Column(int column)
 {
+    return Column(column, m_order && m_order->Held() ? m_heldRow[size_t(column)] : m_statement->Utf8(column));
+}
+
+const QString &DonorRowStream::Column(int column, QByteArrayView bytes)
+{
     Cell &cell = m_cells[size_t(column)];
-    const QByteArrayView bytes = m_statement->Utf8(column);
     const bool null = bytes.data() == nullptr;
     if (null != cell.null || bytes != QByteArrayView(cell.bytes.data(), qsizetype(cell.bytes.size()))) {
         cell.null = null;

@@ -61,7 +61,7 @@ class DonorRowStream
 public:
     enum class Order { AsStored, ByDonor };
 
-    DonorRowStream(Connection &connection, qint64 declarantId, Order order);
+    DonorRowStream(Connection &connection, qint64 declarantId, Order order, DonorOrder::Limits limits = {});
     bool Next(DonorRow &row);
 
 private:
@@ -75,6 +75,7 @@ private:
         QString text;
     };
     const QString &Column(int column);
+    const QString &Column(int column, QByteArrayView bytes);
     bool Step();
 
     std::unique_ptr<DonorOrder> m_order; // by donor, when worked out here
@@ -82,6 +83,7 @@ private:
     bool m_batchBound = false;
     std::unique_ptr<SqliteStatement> m_statement;
     std::array<Cell, 13> m_cells;
+    std::array<QByteArrayView, 13> m_heldRow; // the current row, when held
 };
 
 } // namespace Aeat

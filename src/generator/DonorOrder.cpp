@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <algorithm>
+#include <cstring>
 
 namespace Aeat {
 
@@ -60,25 +61,104 @@ QByteArray DonorKeyText(DonorKey key)
     return text;
 }
 
-DonorOrder::DonorOrder(Connection &connection, qint64 declarantId)
+namespace {
+
+constexpr size_t kBlockBytes = 1u << 20;
+constexpr qint32 kNull = -1;
+
+// A held cell: its length (kNull for NULL), then its bytes.
+void PutCell(std::vector<char> &block, QByteArrayView bytes)
 {
-    const QString rows = QStringLiteral(" FROM Donantes WHERE codDeclarante = ") + QString::number(declarantId);
-    SqliteStatement count(connection, QStringLiteral("SELECT COUNT(*)") + rows);
-    if (count.Step())
-        m_entries.reserve(size_t(count.Integer(0))); // no copy while it grows
-    SqliteStatement scan(connection, QStringLiteral("SELECT rowid, nif") + rows);
+    const qint32 length = bytes.data() ? qint32(bytes.size()) : kNull;
+    const size_t at = block.size();
+    block.resize(at + sizeof length + size_t(bytes.size())); // within the reserved block
+    std::memcpy(block.data() + at, &length, sizeof length);
+    if (!bytes.isEmpty())
+        std::memcpy(block.data() + at + sizeof length, bytes.data(), size_t(bytes.size()));
+}
+
+} // namespace
+
+DonorOrder::DonorOrder(Connection &connection, qint64 declarantId, const QString &columns, int columnCount,
+                       int nifColumn, Limits limits)
+    : m_columnCount(std::min(columnCount, kMaxColumns))
+{
+    const QString from = QStringLiteral(" FROM Donantes WHERE codDeclarante = ") + QString::number(declarantId);
+    SqliteStatement count(connection, QStringLiteral("SELECT COUNT(*)") + from);
+    const qint64 rows = count.Step() ? count.Integer(0) : 0;
+    m_entries.reserve(size_t(rows)); // no copy while it grows
+    m_held = rows <= limits.rows && Hold(connection, from, columns, nifColumn, limits.bytes);
+    if (!m_held && m_ordered)
+        Scan(connection, from);
+    if (!m_ordered) {
+        m_entries = {};
+        m_blocks = {};
+        return;
+    }
+    std::sort(m_entries.begin(), m_entries.end(), [](const Entry &a, const Entry &b) {
+        return a.key != b.key ? a.key < b.key : a.position < b.position;
+    });
+}
+
+// Keeps every row's texts; false when they take more than `maxBytes`.
+bool DonorOrder::Hold(Connection &connection, const QString &from, const QString &columns, int nifColumn,
+                      size_t maxBytes)
+{
+    SqliteStatement scan(connection, QStringLiteral("SELECT ") + columns + from);
+    while (scan.Step()) {
+        const std::optional<DonorKey> key = DonorSortKey(scan.Utf8(nifColumn));
+        if (!key) {
+            m_ordered = false;
+            return false;
+        }
+        QByteArrayView cells[kMaxColumns];
+        size_t bytes = 0;
+        for (int column = 0; column < m_columnCount; ++column) {
+            cells[column] = scan.Utf8(column);
+            bytes += sizeof(qint32) + size_t(cells[column].size());
+        }
+        if (m_heldBytes + bytes > maxBytes) {
+            m_entries.clear();
+            m_blocks = {};
+            return false;
+        }
+        if (m_blocks.empty() || m_blocks.back().size() + bytes > m_blocks.back().capacity()) {
+            m_blocks.emplace_back();
+            m_blocks.back().reserve(std::max(kBlockBytes, bytes));
+        }
+        std::vector<char> &block = m_blocks.back();
+        m_entries.push_back({*key, (qint64(m_blocks.size() - 1) << 32) | qint64(block.size())});
+        for (int column = 0; column < m_columnCount; ++column)
+            PutCell(block, cells[column]);
+        m_heldBytes += bytes;
+    }
+    return true;
+}
+
+void DonorOrder::Scan(Connection &connection, const QString &from)
+{
+    SqliteStatement scan(connection, QStringLiteral("SELECT rowid, nif") + from);
     while (scan.Step()) {
         const std::optional<DonorKey> key = DonorSortKey(scan.Utf8(1));
         if (!key) {
             m_ordered = false;
-            m_entries = {};
             return;
         }
         m_entries.push_back({*key, scan.Integer(0)});
     }
-    std::sort(m_entries.begin(), m_entries.end(), [](const Entry &a, const Entry &b) {
-        return a.key != b.key ? a.key < b.key : a.rowId < b.rowId;
-    });
+}
+
+void DonorOrder::HeldRow(size_t index, QByteArrayView *cells) const
+{
+    const qint64 position = m_entries[index].position;
+    const char *at = m_blocks[size_t(position >> 32)].data() + (position & 0xFFFFFFFF);
+    for (int column = 0; column < m_columnCount; ++column) {
+        qint32 length;
+        std::memcpy(&length, at, sizeof length);
+        at += sizeof length;
+        cells[column] = length == kNull ? QByteArrayView() : QByteArrayView(at, length);
+        at += length == kNull ? 0 : length;
+    }
 }
 
 } // namespace Aeat

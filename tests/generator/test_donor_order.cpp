@@ -6,6 +6,7 @@
 #include "GeneratorTest.h"
 
 #include "generator/AeatText.h"
+#include "generator/DeclarationRows.h"
 #include "generator/DonorOrder.h"
 #include "generator/Modelo182Records.h"
 
@@ -249,4 +250,68 @@ TEST_F(GeneratorTest, ARowRefusedAfterAMegabyteOfRecordsLeavesNoFileNoFolderAndN
         << result.rechazos[1].toStdString();
     EXPECT_FALSE(QDir(Path("Informes")).exists());
     EXPECT_TRUE(db->Execute("SELECT name FROM sqlite_master WHERE name = 'HistorialDonantes'").Eof());
+}
+
+TEST_F(GeneratorTest, DonorRowsComeInTheOrderSqliteGivesWhereverTheyAreRead)
+{
+    // 600 rows of 150 donors, stored activity by activity in a scrambled
+    // donor order, the identifiers written three ways. Held in memory, read
+    // again by rowid (no rows, or too few bytes, may be held), or ordered
+    // by SQL (an identifier the key in memory does not cover): the rows come
+    // as SQLite's own ORDER BY gives them.
+    struct Case
+    {
+        const char *name;
+        Aeat::DonorOrder::Limits limits;
+        bool onlySqlOrders;
+    };
+    const QList<Case> cases = {
+        {"held", {}, false},
+        {"read by rowid", {0, 1u << 20}, false},
+        {"too many bytes to hold", {100'000, 2'000}, false},
+        {"ordered by SQL", {}, true},
+    };
+    const qint64 declarant = InsertDeclarant(*db, DeclarantValues());
+    db->BeginTrans();
+    for (int activity = 0; activity < 4; ++activity) {
+        for (int i = 0; i < 150; ++i) {
+            const int d = (i * 61) % 150;
+            QString nif = QString::fromLatin1(Dni(30'000'000 + d * 1'000));
+            if (d % 3 == 1)
+                nif = nif.toLower();
+            else if (d % 3 == 2)
+                nif = QStringLiteral(" ") + nif.left(8) + QStringLiteral("-") + nif.right(1);
+            DonorValues row;
+            row.nombre = QStringLiteral("Donante ") + QString::number(d);
+            row.nif = nif;
+            row.importe = QString::number(activity * 1000 + i) + QStringLiteral(",00");
+            InsertDonor(*db, row);
+        }
+    }
+    db->CommitTrans();
+    const QString sqliteOrder = QStringLiteral(
+        "SELECT nif, importe FROM Donantes ORDER BY substr('000000000' || upper(trim(replace(nif, '-', ''), "
+        "' ' || char(9, 10, 11, 12, 13))), -9), rowid");
+
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        QSqlQuery query(db->Database());
+        if (c.onlySqlOrders)
+            ASSERT_TRUE(query.exec("UPDATE Donantes SET nif = nif || char(160) WHERE rowid = 77"));
+        ASSERT_TRUE(query.exec(sqliteOrder));
+        QStringList expected;
+        while (query.next())
+            expected << query.value(0).toString() + QStringLiteral(" ") + query.value(1).toString();
+        ASSERT_EQ(expected.size(), 600);
+
+        Aeat::DonorRowStream rows(*db, declarant, Aeat::DonorRowStream::Order::ByDonor, c.limits);
+        QStringList actual;
+        Aeat::DonorRow row;
+        while (rows.Next(row)) {
+            actual << row.nif + QStringLiteral(" ") + row.importe;
+            // Each row's texts stay together.
+            EXPECT_EQ(row.nombre.mid(8).toInt() % 3 == 1, row.nif.trimmed().back().isLower()) << row.nif.toStdString();
+        }
+        EXPECT_EQ(actual, expected);
+    }
 }
