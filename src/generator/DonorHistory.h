@@ -5,6 +5,8 @@
 #include <QString>
 
 #include <array>
+#include <memory>
+#include <utility>
 #include <optional>
 #include <vector>
 
@@ -47,18 +49,28 @@ private:
     std::vector<Entry> m_yearBefore;
 };
 
-// Replaces one tax year's totals: the year's rows are deleted on creation
-// and Add writes one row per donor. Throws DatabaseError.
+// Replaces one tax year's totals: the year's rows are deleted on creation,
+// Add gathers one row per donor and writes them kBatch at a time (one
+// statement per batch, not per donor), Finish writes the rest.
+// Throws DatabaseError.
 class DonorHistoryWriter
 {
 public:
+    static constexpr int kBatch = 256;
+
     DonorHistoryWriter(Connection &connection, int ejercicio);
     void Add(const QString &nif, qint64 cents);
     void Add(QByteArrayView nif, qint64 cents); // the identifier's ASCII bytes
+    void Finish();
 
 private:
-    SqliteStatement m_insert;
+    void Write(SqliteStatement &insert);
+    QString InsertSql(int rows) const;
+
+    Connection &m_connection;
     int m_ejercicio;
+    std::unique_ptr<SqliteStatement> m_insert; // of kBatch rows
+    std::vector<std::pair<QByteArray, qint64>> m_rows;
 };
 
 } // namespace Aeat

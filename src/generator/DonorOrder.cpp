@@ -66,15 +66,16 @@ namespace {
 constexpr size_t kBlockBytes = 1u << 20;
 constexpr qint32 kNull = -1;
 
-// A held cell: its length (kNull for NULL), then its bytes.
-void PutCell(std::vector<char> &block, QByteArrayView bytes)
+// A held cell at `at`: its length (kNull for NULL), then its bytes; returns
+// where the next one goes.
+char *PutCell(char *at, QByteArrayView bytes)
 {
     const qint32 length = bytes.data() ? qint32(bytes.size()) : kNull;
-    const size_t at = block.size();
-    block.resize(at + sizeof length + size_t(bytes.size())); // within the reserved block
-    std::memcpy(block.data() + at, &length, sizeof length);
+    std::memcpy(at, &length, sizeof length);
+    at += sizeof length;
     if (!bytes.isEmpty())
-        std::memcpy(block.data() + at + sizeof length, bytes.data(), size_t(bytes.size()));
+        std::memcpy(at, bytes.data(), size_t(bytes.size()));
+    return at + bytes.size();
 }
 
 } // namespace
@@ -92,7 +93,7 @@ DonorOrder::DonorOrder(Connection &connection, qint64 declarantId, const QString
         Scan(connection, from);
     if (!m_ordered) {
         m_entries = {};
-        m_blocks = {};
+        m_blocks.clear();
         return;
     }
     std::sort(m_entries.begin(), m_entries.end(), [](const Entry &a, const Entry &b) {
@@ -119,17 +120,19 @@ bool DonorOrder::Hold(Connection &connection, const QString &from, const QString
         }
         if (m_heldBytes + bytes > maxBytes) {
             m_entries.clear();
-            m_blocks = {};
+            m_blocks.clear();
             return false;
         }
-        if (m_blocks.empty() || m_blocks.back().size() + bytes > m_blocks.back().capacity()) {
-            m_blocks.emplace_back();
-            m_blocks.back().reserve(std::max(kBlockBytes, bytes));
+        if (m_blocks.empty() || m_blocks.back().size + bytes > m_blocks.back().capacity) {
+            const size_t capacity = std::max(kBlockBytes, bytes);
+            m_blocks.push_back({std::unique_ptr<char[]>(new char[capacity]), 0, capacity});
         }
-        std::vector<char> &block = m_blocks.back();
-        m_entries.push_back({*key, (qint64(m_blocks.size() - 1) << 32) | qint64(block.size())});
+        Block &block = m_blocks.back();
+        m_entries.push_back({*key, (qint64(m_blocks.size() - 1) << 32) | qint64(block.size)});
+        char *at = block.bytes.get() + block.size;
         for (int column = 0; column < m_columnCount; ++column)
-            PutCell(block, cells[column]);
+            at = PutCell(at, cells[column]);
+        block.size += bytes;
         m_heldBytes += bytes;
     }
     return true;
@@ -151,7 +154,7 @@ void DonorOrder::Scan(Connection &connection, const QString &from)
 void DonorOrder::HeldRow(size_t index, QByteArrayView *cells) const
 {
     const qint64 position = m_entries[index].position;
-    const char *at = m_blocks[size_t(position >> 32)].data() + (position & 0xFFFFFFFF);
+    const char *at = m_blocks[size_t(position >> 32)].bytes.get() + (position & 0xFFFFFFFF);
     for (int column = 0; column < m_columnCount; ++column) {
         qint32 length;
         std::memcpy(&length, at, sizeof length);

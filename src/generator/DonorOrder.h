@@ -5,6 +5,7 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -67,7 +68,13 @@ private:
     void Scan(Connection &connection, const QString &from);
 
     std::vector<Entry> m_entries;
-    std::vector<std::vector<char>> m_blocks; // held rows, never moved once written
+    struct Block
+    {
+        std::unique_ptr<char[]> bytes;
+        size_t size = 0;
+        size_t capacity = 0;
+    };
+    std::vector<Block> m_blocks; // held rows, never moved once written
     size_t m_heldBytes = 0;
     int m_columnCount;
     bool m_ordered = true;

@@ -241,6 +241,7 @@ void WriteHistory(Connection &connection, int ejercicio, const std::vector<Histo
     DonorHistoryWriter writer(connection, ejercicio);
     for (const HistoryEntry &entry : entries)
         writer.Add(QByteArrayView(DonorKeyText(entry.nif)), entry.cents);
+    writer.Finish();
 }
 
 // Checks and writes in one pass. The file grows in a temporary file and the
