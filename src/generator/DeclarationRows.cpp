@@ -70,14 +70,18 @@ DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order
         if (m_order->Held())
             return;
         if (m_order->Ordered()) {
-            // CROSS JOIN keeps the batch as the outer loop: rows come in its order.
-            m_statement = std::make_unique<SqliteStatement>(
-                connection, QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
-                                + QStringLiteral(" FROM json_each(?) AS batch CROSS JOIN Donantes "
-                                                 "ON Donantes.rowid = batch.value"));
-            return;
+            try {
+                // CROSS JOIN keeps the batch as the outer loop: rows come in its order.
+                m_statement = std::make_unique<SqliteStatement>(
+                    connection, QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
+                                    + QStringLiteral(" FROM json_each(?) AS batch CROSS JOIN Donantes "
+                                                     "ON Donantes.rowid = batch.value"));
+                return;
+            } catch (const DatabaseError &) {
+                // An SQLite built without its JSON functions: SQL orders the rows.
+            }
         }
-        m_order.reset(); // an identifier only SQL orders
+        m_order.reset(); // an identifier only SQL orders, or no JSON functions
     }
     m_statement = std::make_unique<SqliteStatement>(connection, DonorQuery(declarantId, order));
 }

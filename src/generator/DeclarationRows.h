@@ -54,7 +54,9 @@ std::optional<DeclarantRow> ReadNewestDeclarant(Connection &connection);
 // hundreds of thousands of rows, which are never all in memory. In
 // `ByDonor` order the rows of one donor come together: they are sorted by
 // the identifier as the file writes it (no "-", no blanks around, upper case,
-// zeros on the left to nine characters), then as stored.
+// zeros on the left to nine characters), then as stored; the order is worked
+// out by DonorOrder, which holds the texts of a declaration within its
+// `limits` and otherwise only a key and rowid a row.
 // Throws DatabaseError when the query fails.
 class DonorRowStream
 {
@@ -79,7 +81,7 @@ private:
     bool Step();
 
     std::unique_ptr<DonorOrder> m_order; // by donor, when worked out here
-    size_t m_next = 0; // the first rowid not yet in a batch
+    size_t m_next = 0; // in m_order: the next held row, or the first rowid not yet in a batch
     bool m_batchBound = false;
     std::unique_ptr<SqliteStatement> m_statement;
     std::array<Cell, 13> m_cells;
