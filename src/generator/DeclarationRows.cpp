@@ -65,17 +65,18 @@ constexpr size_t kBatchRows = 20'000;
 DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order order, DonorOrder::Limits limits)
 {
     if (order == Order::ByDonor) {
-        m_order = std::make_unique<DonorOrder>(connection, declarantId, QLatin1String(kDonorColumns),
-                                               int(m_cells.size()), kNifColumn, limits);
+        m_order = std::make_unique<DonorOrder>(connection, declarantId, QLatin1String(kDonorColumns), int(m_cells.size()),
+                                               kNifColumn, limits);
         if (m_order->Held())
             return;
         if (m_order->Ordered()) {
             try {
                 // CROSS JOIN keeps the batch as the outer loop: rows come in its order.
-                m_statement = std::make_unique<SqliteStatement>(
-                    connection, QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
-                                    + QStringLiteral(" FROM json_each(?) AS batch CROSS JOIN Donantes "
-                                                     "ON Donantes.rowid = batch.value"));
+                m_statement = std::make_unique<SqliteStatement>(connection,
+                                                                QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
+                                                                    + QStringLiteral(
+                                                                        " FROM json_each(?) AS batch CROSS JOIN Donantes "
+                                                                        "ON Donantes.rowid = batch.value"));
                 return;
             } catch (const DatabaseError &) {
                 // An SQLite built without its JSON functions: SQL orders the rows.

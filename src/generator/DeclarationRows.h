@@ -81,7 +81,7 @@ private:
     bool Step();
 
     std::unique_ptr<DonorOrder> m_order; // by donor, when worked out here
-    size_t m_next = 0; // in m_order: the next held row, or the first rowid not yet in a batch
+    size_t m_next = 0;                   // in m_order: the next held row, or the first rowid not yet in a batch
     bool m_batchBound = false;
     std::unique_ptr<SqliteStatement> m_statement;
     std::array<Cell, 13> m_cells;

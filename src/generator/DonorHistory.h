@@ -6,8 +6,8 @@
 
 #include <array>
 #include <memory>
-#include <utility>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class Connection;

@@ -80,8 +80,8 @@ char *PutCell(char *at, QByteArrayView bytes)
 
 } // namespace
 
-DonorOrder::DonorOrder(Connection &connection, qint64 declarantId, const QString &columns, int columnCount,
-                       int nifColumn, Limits limits)
+DonorOrder::DonorOrder(Connection &connection, qint64 declarantId, const QString &columns, int columnCount, int nifColumn,
+                       Limits limits)
     : m_columnCount(std::min(columnCount, kMaxColumns))
 {
     const QString from = QStringLiteral(" FROM Donantes WHERE codDeclarante = ") + QString::number(declarantId);
@@ -96,14 +96,12 @@ DonorOrder::DonorOrder(Connection &connection, qint64 declarantId, const QString
         m_blocks.clear();
         return;
     }
-    std::sort(m_entries.begin(), m_entries.end(), [](const Entry &a, const Entry &b) {
-        return a.key != b.key ? a.key < b.key : a.position < b.position;
-    });
+    std::sort(m_entries.begin(), m_entries.end(),
+              [](const Entry &a, const Entry &b) { return a.key != b.key ? a.key < b.key : a.position < b.position; });
 }
 
 // Keeps every row's texts; false when they take more than `maxBytes`.
-bool DonorOrder::Hold(Connection &connection, const QString &from, const QString &columns, int nifColumn,
-                      size_t maxBytes)
+bool DonorOrder::Hold(Connection &connection, const QString &from, const QString &columns, int nifColumn, size_t maxBytes)
 {
     SqliteStatement scan(connection, QStringLiteral("SELECT ") + columns + from);
     while (scan.Step()) {

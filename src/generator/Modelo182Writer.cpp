@@ -14,8 +14,8 @@
 
 #include <climits>
 #include <limits>
-#include <vector>
 #include <stdexcept>
+#include <vector>
 
 using namespace Aeat;
 

@@ -62,7 +62,7 @@ TEST_F(GeneratorTest, DonorKeysAreTheIdentifierAsTheFileWritesItAsSqliteComputes
         {" - ", "000000000"},
         {"1234567890123Z", "67890123Z"},
         {"12 345678Z", "2 345678Z"}, // blanks inside stay (and the row is refused)
-        {"12345678Z\xC2\xA0", ""}, // a no-break space: SQL's trim keeps it
+        {"12345678Z\xC2\xA0", ""},   // a no-break space: SQL's trim keeps it
         {"1234567\xC3\x91", ""},
     };
     for (const Case &c : cases) {
@@ -121,7 +121,9 @@ TEST(DonorRecordEncoder, PutsTheSameBytesAsTheFieldByFieldRecord)
         }
     }
     EXPECT_EQ(out, expected);
-    EXPECT_EQ(out.mid(14 + 2 * 252 + 35, 40), QByteArray("FUNDACIO \xC7" "ELIK I AMICS DE L'ESCOLA").leftJustified(40));
+    EXPECT_EQ(out.mid(14 + 2 * 252 + 35, 40), QByteArray("FUNDACIO \xC7"
+                                                         "ELIK I AMICS DE L'ESCOLA")
+                                                  .leftJustified(40));
 
     // A value its field cannot hold is a programming error, as field by field.
     Aeat::Donation tooBig = plain;
