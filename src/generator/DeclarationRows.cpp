@@ -4,6 +4,8 @@
 #include "data/DatabaseError.h"
 
 #include <algorithm>
+#include <cstring>
+#include <iterator>
 
 namespace Aeat {
 
@@ -123,7 +125,9 @@ const QString &DonorRowStream::Column(int column, QByteArrayView bytes)
 {
     Cell &cell = m_cells[size_t(column)];
     const bool null = bytes.data() == nullptr;
-    if (null != cell.null || bytes != QByteArrayView(cell.bytes.data(), qsizetype(cell.bytes.size()))) {
+    const bool same = null == cell.null && size_t(bytes.size()) == cell.bytes.size()
+                      && (bytes.isEmpty() || std::memcmp(bytes.data(), cell.bytes.data(), cell.bytes.size()) == 0);
+    if (!same) {
         cell.null = null;
         cell.bytes.assign(bytes.data(), size_t(bytes.size()));
         cell.text = null ? QString() : QString::fromUtf8(bytes);
@@ -135,19 +139,17 @@ bool DonorRowStream::Next(DonorRow &row)
 {
     if (!Step())
         return false;
-    row.nombre = Column(0);
-    row.apellido1 = Column(1);
-    row.apellido2 = Column(2);
-    row.nif = Column(3);
-    row.nifRepresentante = Column(4);
-    row.codigoProvincia = Column(5);
-    row.clave = Column(6);
-    row.deduccion = Column(7);
-    row.importe = Column(8);
-    row.donativoEnEspecie = Column(9);
-    row.comunidadAut = Column(10);
-    row.deduccionCAut = Column(11);
-    row.tipoPersona = Column(12);
+    // A text that did not change is already the row's: no copy.
+    QString *fields[] = {&row.nombre,          &row.apellido1,     &row.apellido2,  &row.nif,     &row.nifRepresentante,
+                         &row.codigoProvincia, &row.clave,         &row.deduccion,  &row.importe, &row.donativoEnEspecie,
+                         &row.comunidadAut,    &row.deduccionCAut, &row.tipoPersona};
+    static_assert(std::size(fields) == std::tuple_size_v<decltype(m_cells)>);
+    for (int column = 0; column < int(std::size(fields)); ++column) {
+        const QString &text = Column(column);
+        QString &field = *fields[column];
+        if (!field.isSharedWith(text) || field.constData() != text.constData() || field.size() != text.size())
+            field = text;
+    }
     return true;
 }
 

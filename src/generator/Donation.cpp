@@ -190,7 +190,9 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
         refuse(QStringLiteral("El NIF del representante «") + representative + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: corríjalo") + kRetry);
     }
-    donation.nifRepresentante = Aeat::NifField(representativeNif);
+    // Most donors have no representative: the same blanks for every row.
+    static const QString kNoRepresentative = Aeat::NifField(QString());
+    donation.nifRepresentante = representativeNif.isEmpty() ? kNoRepresentative : Aeat::NifField(representativeNif);
 
     if (!AmountInCents(row.importe, locale, donation.centimos)) {
         refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
