@@ -3,6 +3,7 @@
 #include "util/TextRoutines.h"
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 
 namespace Aeat {
@@ -29,6 +30,31 @@ QChar BaseLetter(QChar c)
     return parts.isEmpty() ? c : parts.at(0);
 }
 
+// What a character becomes in an alphanumeric field: upper case ("ß"
+// becomes "SS"), plain letter, or a blank.
+QString FieldLetters(QChar c)
+{
+    QString letters;
+    for (QChar u : QString(c).toUpper()) {
+        const QChar base = BaseLetter(u);
+        letters.append(IsAllowed(base) ? base : QChar(u' '));
+    }
+    return letters;
+}
+
+// FieldLetters of U+0080 to U+00FF, the accented letters of every Spanish
+// name: worked out once.
+const std::array<QString, 0x80> &Latin1Letters()
+{
+    static const std::array<QString, 0x80> table = [] {
+        std::array<QString, 0x80> letters;
+        for (char16_t u = 0x80; u < 0x100; ++u)
+            letters[u - 0x80] = FieldLetters(QChar(u));
+        return letters;
+    }();
+    return table;
+}
+
 } // namespace
 
 QString AlphanumericText(const QString &text)
@@ -42,11 +68,11 @@ QString AlphanumericText(const QString &text)
             result.append(IsAllowed(upper) ? upper : QChar(u' '));
             continue;
         }
-        const QString upper = QString(c).toUpper(); // "ß" becomes "SS"
-        for (QChar u : upper) {
-            const QChar base = BaseLetter(u);
-            result.append(IsAllowed(base) ? base : QChar(u' '));
+        if (c.unicode() < 0x100) {
+            result.append(Latin1Letters().at(c.unicode() - 0x80));
+            continue;
         }
+        result.append(FieldLetters(c));
     }
     return result.trimmed();
 }

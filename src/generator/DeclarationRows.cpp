@@ -3,6 +3,10 @@
 #include "data/Connection.h"
 #include "data/DatabaseError.h"
 
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
 namespace Aeat {
 
 namespace {
@@ -12,6 +16,7 @@ QString Text(const QVariant &value)
     return value.isNull() ? QString() : value.toString();
 }
 
+constexpr int kNifColumn = 3;
 const char kDonorColumns[] =
     "nombre, apellido1, apellido2, nif, nifrepresentante, codigoprovincia, clave, deduccion, importe, "
     "donativoenespecie, ComunidadAut, DeduccionCAut, TipoPersona";
@@ -49,34 +54,102 @@ QString DonorQuery(qint64 declarantId, DonorRowStream::Order order)
     QString sql = QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
                   + QStringLiteral(" FROM Donantes WHERE codDeclarante = ") + QString::number(declarantId);
     if (order == DonorRowStream::Order::ByDonor)
-        sql += QStringLiteral(" ORDER BY ") + QLatin1String(kDonorKey);
+        sql += QStringLiteral(" ORDER BY ") + QLatin1String(kDonorKey) + QStringLiteral(", rowid");
     return sql;
 }
 
 } // namespace
 
-DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order order)
-    : m_statement(connection, DonorQuery(declarantId, order))
+// Rows read by rowid in one statement per batch of rowids (a JSON array):
+// a statement per row would cost more than SQLite sorting the rows.
+constexpr size_t kBatchRows = 20'000;
+
+DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order order, DonorOrder::Limits limits)
 {
+    if (order == Order::ByDonor) {
+        m_order = std::make_unique<DonorOrder>(connection, declarantId, QLatin1String(kDonorColumns), int(m_cells.size()),
+                                               kNifColumn, limits);
+        if (m_order->Held())
+            return;
+        if (m_order->Ordered()) {
+            try {
+                // CROSS JOIN keeps the batch as the outer loop: rows come in its order.
+                m_statement = std::make_unique<SqliteStatement>(connection,
+                                                                QStringLiteral("SELECT ") + QLatin1String(kDonorColumns)
+                                                                    + QStringLiteral(
+                                                                        " FROM json_each(?) AS batch CROSS JOIN Donantes "
+                                                                        "ON Donantes.rowid = batch.value"));
+                return;
+            } catch (const DatabaseError &) {
+                // An SQLite built without its JSON functions: SQL orders the rows.
+            }
+        }
+        m_order.reset(); // an identifier only SQL orders, or no JSON functions
+    }
+    m_statement = std::make_unique<SqliteStatement>(connection, DonorQuery(declarantId, order));
+}
+
+bool DonorRowStream::Step()
+{
+    if (!m_order)
+        return m_statement->Step();
+    if (m_order->Held()) {
+        if (m_next == m_order->Size())
+            return false;
+        m_order->HeldRow(m_next++, m_heldRow.data());
+        return true;
+    }
+    for (;;) {
+        if (m_batchBound && m_statement->Step())
+            return true;
+        if (m_next == m_order->Size())
+            return false;
+        QByteArray batch = "[";
+        for (const size_t end = std::min(m_next + kBatchRows, m_order->Size()); m_next < end; ++m_next) {
+            batch += QByteArray::number(m_order->RowId(m_next));
+            batch += ',';
+        }
+        batch[batch.size() - 1] = ']';
+        m_statement->Reset();
+        m_statement->Bind(1, QByteArrayView(batch));
+        m_batchBound = true;
+    }
+}
+
+const QString &DonorRowStream::Column(int column)
+{
+    return Column(column, m_order && m_order->Held() ? m_heldRow[size_t(column)] : m_statement->Utf8(column));
+}
+
+const QString &DonorRowStream::Column(int column, QByteArrayView bytes)
+{
+    Cell &cell = m_cells[size_t(column)];
+    const bool null = bytes.data() == nullptr;
+    const bool same = null == cell.null && size_t(bytes.size()) == cell.bytes.size()
+                      && (bytes.isEmpty() || std::memcmp(bytes.data(), cell.bytes.data(), cell.bytes.size()) == 0);
+    if (!same) {
+        cell.null = null;
+        cell.bytes.assign(bytes.data(), size_t(bytes.size()));
+        cell.text = null ? QString() : QString::fromUtf8(bytes);
+    }
+    return cell.text;
 }
 
 bool DonorRowStream::Next(DonorRow &row)
 {
-    if (!m_statement.Step())
+    if (!Step())
         return false;
-    row.nombre = m_statement.Text(0);
-    row.apellido1 = m_statement.Text(1);
-    row.apellido2 = m_statement.Text(2);
-    row.nif = m_statement.Text(3);
-    row.nifRepresentante = m_statement.Text(4);
-    row.codigoProvincia = m_statement.Text(5);
-    row.clave = m_statement.Text(6);
-    row.deduccion = m_statement.Text(7);
-    row.importe = m_statement.Text(8);
-    row.donativoEnEspecie = m_statement.Text(9);
-    row.comunidadAut = m_statement.Text(10);
-    row.deduccionCAut = m_statement.Text(11);
-    row.tipoPersona = m_statement.Text(12);
+    // A text that did not change is already the row's: no copy.
+    QString *fields[] = {&row.nombre,          &row.apellido1,     &row.apellido2,  &row.nif,     &row.nifRepresentante,
+                         &row.codigoProvincia, &row.clave,         &row.deduccion,  &row.importe, &row.donativoEnEspecie,
+                         &row.comunidadAut,    &row.deduccionCAut, &row.tipoPersona};
+    static_assert(std::size(fields) == std::tuple_size_v<decltype(m_cells)>);
+    for (int column = 0; column < int(std::size(fields)); ++column) {
+        const QString &text = Column(column);
+        QString &field = *fields[column];
+        if (!field.isSharedWith(text) || field.constData() != text.constData() || field.size() != text.size())
+            field = text;
+    }
     return true;
 }
 

@@ -100,8 +100,16 @@ QString ValidIdentifier(const QString &text)
 // (es_ES "1.234,50"), read in whole cents without any floating point.
 bool FormattedCents(QStringView text, const QLocale &locale, qint64 &cents)
 {
-    const QString group = locale.groupSeparator();
-    const QString decimal = locale.decimalPoint();
+    // Each row's amount is read in the same locale: its separators are
+    // looked up once.
+    thread_local QLocale lastLocale;
+    thread_local QString group = lastLocale.groupSeparator();
+    thread_local QString decimal = lastLocale.decimalPoint();
+    if (locale != lastLocale) {
+        lastLocale = locale;
+        group = locale.groupSeparator();
+        decimal = locale.decimalPoint();
+    }
     if (group.size() != 1 || decimal.size() != 1 || text.size() < 4)
         return false;
     const qsizetype point = text.size() - 3;
@@ -182,7 +190,9 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
         refuse(QStringLiteral("El NIF del representante «") + representative + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: corríjalo") + kRetry);
     }
-    donation.nifRepresentante = Aeat::NifField(representativeNif);
+    // Most donors have no representative: the same blanks for every row.
+    static const QString kNoRepresentative = Aeat::NifField(QString());
+    donation.nifRepresentante = representativeNif.isEmpty() ? kNoRepresentative : Aeat::NifField(representativeNif);
 
     if (!AmountInCents(row.importe, locale, donation.centimos)) {
         refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()

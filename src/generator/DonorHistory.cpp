@@ -18,14 +18,6 @@ std::array<char, 9> Key(const QString &nif)
     return key;
 }
 
-// Deletes a year's totals (a run replaces them whole) and gives the insert
-// that writes them again.
-QString ClearedYearInsert(Connection &connection, int ejercicio)
-{
-    connection.Execute(QStringLiteral("DELETE FROM HistorialDonantes WHERE ejercicio = ") + QString::number(ejercicio));
-    return QStringLiteral("INSERT INTO HistorialDonantes (nif, ejercicio, importe) VALUES (?, ?, ?)");
-}
-
 } // namespace
 
 char RecurrenceMark(std::optional<qint64> yearBefore, std::optional<qint64> lastYear, qint64 current)
@@ -46,6 +38,13 @@ void EnsureDonorHistoryTable(Connection &connection)
 
 void DonorHistory::Load(Connection &connection, int ejercicio)
 {
+    SqliteStatement table(connection, QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' "
+                                                     "AND name = 'HistorialDonantes' COLLATE NOCASE"));
+    if (!table.Step()) {
+        m_lastYear.clear();
+        m_yearBefore.clear();
+        return;
+    }
     m_lastYear = LoadYear(connection, ejercicio - 1);
     m_yearBefore = LoadYear(connection, ejercicio - 2);
 }
@@ -77,17 +76,54 @@ char DonorHistory::Recurrence(const QString &nif, qint64 current) const
 }
 
 DonorHistoryWriter::DonorHistoryWriter(Connection &connection, int ejercicio)
-    : m_insert(connection, ClearedYearInsert(connection, ejercicio)), m_ejercicio(ejercicio)
+    : m_connection(connection), m_ejercicio(ejercicio)
 {
+    connection.Execute(QStringLiteral("DELETE FROM HistorialDonantes WHERE ejercicio = ") + QString::number(ejercicio));
+    m_rows.reserve(kBatch);
+}
+
+QString DonorHistoryWriter::InsertSql(int rows) const
+{
+    const QString row = QStringLiteral("(?, ") + QString::number(m_ejercicio) + QStringLiteral(", ?)");
+    QString sql = QStringLiteral("INSERT INTO HistorialDonantes (nif, ejercicio, importe) VALUES ") + row;
+    for (int i = 1; i < rows; ++i)
+        sql += QStringLiteral(", ") + row;
+    return sql;
 }
 
 void DonorHistoryWriter::Add(const QString &nif, qint64 cents)
 {
-    m_insert.Reset();
-    m_insert.Bind(1, nif);
-    m_insert.Bind(2, qint64(m_ejercicio));
-    m_insert.Bind(3, cents);
-    m_insert.Step();
+    Add(QByteArrayView(nif.toUtf8()), cents);
+}
+
+void DonorHistoryWriter::Add(QByteArrayView nif, qint64 cents)
+{
+    m_rows.emplace_back(nif.toByteArray(), cents);
+    if (int(m_rows.size()) < kBatch)
+        return;
+    if (!m_insert)
+        m_insert = std::make_unique<SqliteStatement>(m_connection, InsertSql(kBatch));
+    Write(*m_insert);
+}
+
+void DonorHistoryWriter::Finish()
+{
+    if (m_rows.empty())
+        return;
+    SqliteStatement rest(m_connection, InsertSql(int(m_rows.size())));
+    Write(rest);
+}
+
+void DonorHistoryWriter::Write(SqliteStatement &insert)
+{
+    insert.Reset();
+    int parameter = 0;
+    for (const auto &[nif, cents] : m_rows) {
+        insert.Bind(++parameter, QByteArrayView(nif));
+        insert.Bind(++parameter, cents);
+    }
+    insert.Step();
+    m_rows.clear();
 }
 
 } // namespace Aeat

@@ -5,7 +5,9 @@
 #include <QString>
 
 #include <array>
+#include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class Connection;
@@ -30,6 +32,7 @@ void EnsureDonorHistoryTable(Connection &connection);
 class DonorHistory
 {
 public:
+    // Without the table (no run has written it yet) no donor is recurrent.
     void Load(Connection &connection, int ejercicio);
     char Recurrence(const QString &nif, qint64 current) const;
 
@@ -46,17 +49,28 @@ private:
     std::vector<Entry> m_yearBefore;
 };
 
-// Replaces one tax year's totals: the year's rows are deleted on creation
-// and Add writes one row per donor. Throws DatabaseError.
+// Replaces one tax year's totals: the year's rows are deleted on creation,
+// Add gathers one row per donor and writes them kBatch at a time (one
+// statement per batch, not per donor), Finish writes the rest.
+// Throws DatabaseError.
 class DonorHistoryWriter
 {
 public:
+    static constexpr int kBatch = 256;
+
     DonorHistoryWriter(Connection &connection, int ejercicio);
     void Add(const QString &nif, qint64 cents);
+    void Add(QByteArrayView nif, qint64 cents); // the identifier's ASCII bytes
+    void Finish();
 
 private:
-    SqliteStatement m_insert;
+    void Write(SqliteStatement &insert);
+    QString InsertSql(int rows) const;
+
+    Connection &m_connection;
     int m_ejercicio;
+    std::unique_ptr<SqliteStatement> m_insert; // of kBatch rows
+    std::vector<std::pair<QByteArray, qint64>> m_rows;
 };
 
 } // namespace Aeat

@@ -2,6 +2,9 @@
 
 #include "generator/AeatText.h"
 
+#include <stdexcept>
+#include <string>
+
 namespace Aeat {
 
 namespace {
@@ -12,6 +15,39 @@ void PutCommon(Aeat::Record &record, char type, const DeclarantHeader &header)
     record.Put(2, 3, QStringLiteral("182"));
     record.Put(5, 4, NumericField(header.ejercicio, 4));
     record.Put(9, 9, Aeat::NifField(header.nif));
+}
+
+[[noreturn]] void OutOfPlace(int position)
+{
+    throw std::logic_error("AEAT record field out of place: position " + std::to_string(position));
+}
+
+// What QString::toLatin1 makes of a character.
+char Latin1(QChar c)
+{
+    return c.unicode() < 0x100 ? char(c.unicode()) : '?';
+}
+
+void PutText(char *record, int position, int length, const QString &value)
+{
+    if (value.size() != length)
+        OutOfPlace(position);
+    char *field = record + position - 1;
+    for (QChar c : value)
+        *field++ = Latin1(c);
+}
+
+// NumericField put in place: zeros on the left.
+void PutNumber(char *record, int position, int length, qint64 value)
+{
+    if (value < 0)
+        OutOfPlace(position);
+    for (int i = position - 2 + length; i >= position - 1; --i) {
+        record[i] = char('0' + value % 10);
+        value /= 10;
+    }
+    if (value != 0)
+        OutOfPlace(position);
 }
 
 } // namespace
@@ -53,6 +89,33 @@ QString DonorRecord(const DeclarantHeader &header, const Donation &donation, cha
     record.Put(107, 4, QStringLiteral("0000"));
     record.Put(132, QChar::fromLatin1(recurrente));
     return record.Text();
+}
+
+DonorRecordEncoder::DonorRecordEncoder(const DeclarantHeader &header)
+{
+    Aeat::Record record;
+    PutCommon(record, '2', header);
+    record.Put(107, 4, QStringLiteral("0000"));
+    m_template = record.Encoded();
+}
+
+void DonorRecordEncoder::Append(QByteArray &out, const Donation &donation, char recurrente) const
+{
+    const qsizetype start = out.size();
+    out.append(m_template);
+    char *record = out.data() + start;
+    PutText(record, 18, 9, donation.nif);
+    PutText(record, 27, 9, donation.nifRepresentante);
+    PutText(record, 36, 40, donation.nombre);
+    PutNumber(record, 76, 2, donation.provincia);
+    record[77] = Latin1(donation.clave);
+    PutNumber(record, 79, 5, donation.deduccion);
+    PutNumber(record, 84, 13, donation.centimos);
+    record[96] = donation.enEspecie ? 'X' : ' ';
+    PutNumber(record, 98, 2, donation.comunidad);
+    PutNumber(record, 100, 5, donation.deduccionComunidad);
+    record[104] = Latin1(donation.naturaleza);
+    record[131] = recurrente;
 }
 
 } // namespace Aeat

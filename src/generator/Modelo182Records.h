@@ -2,6 +2,7 @@
 
 #include "generator/Donation.h"
 
+#include <QByteArray>
 #include <QString>
 
 // The declaration generator's own pieces.
@@ -32,5 +33,20 @@ QString DeclarantRecord(const DeclarantHeader &header);
 // The type-2 record of one donor's aggregated donations at one percentage;
 // `recurrente` is '1' or '2'.
 QString DonorRecord(const DeclarantHeader &header, const Donation &donation, char recurrente);
+
+// The type-2 records of one declaration as the file's bytes (ISO-8859-1,
+// CR LF), the same as Record::Encode(DonorRecord(...)) but put straight into
+// the output from a template of what all of them share: a declaration may
+// have hundreds of thousands. A field that does not fit is a programming
+// error and throws std::logic_error.
+class DonorRecordEncoder
+{
+public:
+    explicit DonorRecordEncoder(const DeclarantHeader &header);
+    void Append(QByteArray &out, const Donation &donation, char recurrente) const;
+
+private:
+    QByteArray m_template;
+};
 
 } // namespace Aeat

@@ -112,7 +112,14 @@ void CheckOptions(const Modelo182Options &options, Modelo182Validation &result)
 
 } // namespace
 
-Modelo182Validation ValidarModelo182(Connection &connection, const Modelo182Options &options)
+void DonorTally::Add(const Aeat::Donation &donation)
+{
+    cents += donation.centimos;
+    withoutProvince += donation.provincia == 0 ? 1 : 0;
+    withoutDeduction += donation.deduccion == 0 ? 1 : 0;
+}
+
+Modelo182Validation ValidarCabecera(Connection &connection, const Modelo182Options &options)
 {
     Modelo182Validation result;
     CheckOptions(options, result);
@@ -123,35 +130,44 @@ Modelo182Validation ValidarModelo182(Connection &connection, const Modelo182Opti
         return result;
     }
     CheckDeclarant(*result.declarante, options, result);
+    return result;
+}
+
+void CheckDonorTally(const DonorTally &tally, Modelo182Validation &result)
+{
+    result.filasDonantes = tally.rows;
+    if (tally.cents > kMaxTotalCents) {
+        result.problemas << QStringLiteral("La suma de los importes supera lo que admite el modelo 182 "
+                                           "(13 cifras enteras): revise los importes de la rejilla de donantes.");
+    }
+    if (tally.rows == 0)
+        result.avisos << QStringLiteral("La declaración no tiene ningún donante.");
+    if (tally.withoutProvince > 0) {
+        result.avisos << Rows(tally.withoutProvince, QStringLiteral(" lleva"), QStringLiteral(" llevan"))
+                             + QStringLiteral(" el código de provincia 00, que la AEAT no admite: revise la provincia "
+                                              "del domicilio de esos pagadores.");
+    }
+    if (tally.withoutDeduction > 0) {
+        result.avisos << Rows(tally.withoutDeduction, QStringLiteral(" no tiene"), QStringLiteral(" no tienen"))
+                             + QStringLiteral(" porcentaje de deducción: revise la deducción de sus actividades.");
+    }
+}
+
+Modelo182Validation ValidarModelo182(Connection &connection, const Modelo182Options &options)
+{
+    Modelo182Validation result = ValidarCabecera(connection, options);
+    if (!result.declarante)
+        return result;
 
     Aeat::DonorRowStream rows(connection, result.declarante->id, Aeat::DonorRowStream::Order::AsStored);
     Aeat::DonorRow row;
     Aeat::Donation donation;
-    qint64 total = 0;
-    qint64 withoutProvince = 0;
-    qint64 withoutDeduction = 0;
+    DonorTally tally;
     while (rows.Next(row)) {
-        ++result.filasDonantes;
-        if (!Aeat::ReadDonation(row, options.locale, donation, &result.problemas))
-            continue;
-        total += donation.centimos;
-        withoutProvince += donation.provincia == 0 ? 1 : 0;
-        withoutDeduction += donation.deduccion == 0 ? 1 : 0;
+        ++tally.rows;
+        if (Aeat::ReadDonation(row, options.locale, donation, &result.problemas))
+            tally.Add(donation);
     }
-    if (total > kMaxTotalCents) {
-        result.problemas << QStringLiteral("La suma de los importes supera lo que admite el modelo 182 "
-                                           "(13 cifras enteras): revise los importes de la rejilla de donantes.");
-    }
-    if (result.filasDonantes == 0)
-        result.avisos << QStringLiteral("La declaración no tiene ningún donante.");
-    if (withoutProvince > 0) {
-        result.avisos << Rows(withoutProvince, QStringLiteral(" lleva"), QStringLiteral(" llevan"))
-                             + QStringLiteral(" el código de provincia 00, que la AEAT no admite: revise la provincia "
-                                              "del domicilio de esos pagadores.");
-    }
-    if (withoutDeduction > 0) {
-        result.avisos << Rows(withoutDeduction, QStringLiteral(" no tiene"), QStringLiteral(" no tienen"))
-                             + QStringLiteral(" porcentaje de deducción: revise la deducción de sus actividades.");
-    }
+    CheckDonorTally(tally, result);
     return result;
 }

@@ -23,6 +23,24 @@ struct Modelo182Validation
     bool Correcta() const { return problemas.isEmpty(); }
 };
 
+// What the donor rows add up to, for the checks and warnings over all of them.
+struct DonorTally
+{
+    qint64 rows = 0;
+    qint64 cents = 0; // of the rows that can go into the file
+    qint64 withoutProvince = 0;
+    qint64 withoutDeduction = 0;
+
+    void Add(const Aeat::Donation &donation); // a row that can go into the file
+};
+
 // Reads the newest declarant and all its donor rows (one pass, nothing
 // written). Throws DatabaseError when a table cannot be read.
 Modelo182Validation ValidarModelo182(Connection &connection, const Modelo182Options &options);
+
+// The checks of the options and the newest declarant alone, no donor row
+// read (the writer checks the rows as it writes them).
+Modelo182Validation ValidarCabecera(Connection &connection, const Modelo182Options &options);
+
+// The checks and warnings over all donor rows; sets `filasDonantes`.
+void CheckDonorTally(const DonorTally &tally, Modelo182Validation &result);

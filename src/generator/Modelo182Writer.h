@@ -10,15 +10,18 @@ class Connection;
 
 // Writes the tax agency's Modelo 182 file from the declaration tables of
 // Modelo182.mdb (the newest `Declarantes` row and its `Donantes` rows):
-//  - the whole declaration is validated first; any problem ends the run
-//    with `rechazos` filled and nothing written;
+//  - the declarant is checked first, each donor row as it is read (one
+//    pass in donor order); any problem ends the run with `rechazos` filled,
+//    listed in the order of the table, and nothing kept: the records
+//    already written go with the temporary file, the history is written
+//    only once every row has passed;
 //  - the file ("Modelo182_<ejercicio>.txt" in the reports folder unless
 //    the options name one) is written to a temporary file beside it and
 //    renamed into place, so a failed run leaves the previous file whole;
 //  - each donor's total for the year replaces the year's entry in
 //    `HistorialDonantes` (created when missing).
-// Both passes run in one transaction (the caller's, when one is open), so
-// they read the same rows; a refused or failed run rolls its own
+// Everything runs in one transaction (the caller's, when one is open), so
+// every read sees the same rows; a refused or failed run rolls its own
 // transaction back.
 // A file that cannot be written gives `error`; a database failure throws
 // DatabaseError. The one path for the donor window and the command line.

@@ -64,6 +64,12 @@ void SqliteStatement::Bind(int index, const QString &text)
         Fail();
 }
 
+void SqliteStatement::Bind(int index, QByteArrayView utf8)
+{
+    if (sqlite3_bind_text(m_statement, index, utf8.data(), int(utf8.size()), SQLITE_TRANSIENT) != SQLITE_OK)
+        Fail();
+}
+
 void SqliteStatement::Bind(int index, qint64 value)
 {
     if (sqlite3_bind_int64(m_statement, index, value) != SQLITE_OK)
@@ -74,6 +80,12 @@ QString SqliteStatement::Text(int column) const
 {
     const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
     return text ? QString::fromUtf8(text, sqlite3_column_bytes(m_statement, column)) : QString();
+}
+
+QByteArrayView SqliteStatement::Utf8(int column) const
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    return text ? QByteArrayView(text, sqlite3_column_bytes(m_statement, column)) : QByteArrayView();
 }
 
 qint64 SqliteStatement::Integer(int column) const

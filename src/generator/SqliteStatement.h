@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QString>
 
 class Connection;
@@ -29,9 +30,13 @@ public:
 
     void Bind(int index, const QString &text); // 1-based, as SQLite counts
     void Bind(int index, qint64 value);
+    void Bind(int index, QByteArrayView utf8);
 
     // A column of the current row (0-based); NULL gives a null QString.
     QString Text(int column) const;
+    // The column's UTF-8 bytes as SQLite holds them, valid until the next
+    // step; NULL gives a null view.
+    QByteArrayView Utf8(int column) const;
     qint64 Integer(int column) const;
 
 private:

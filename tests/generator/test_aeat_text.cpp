@@ -23,6 +23,9 @@ TEST(AeatFields, AlphanumericFieldsAreUpperCasePlainAndPadded)
         {"Ana@correo #1 · €", 17, "ANA CORREO  1"},
         {"L'Hospitalet", 4, "L'HO"},
         {"", 3, "   "},
+        // Letters of U+0080 to U+00FF come from a table worked out once.
+        {"Straße", 7, "STRASSE"},
+        {"\xC2\xA0ÿ µ×Øç\xC2\xA0", 6, "Y    \xC7"},
     };
     for (const Case &c : cases) {
         const QString field = Aeat::AlphanumericField(QString::fromUtf8(c.text), c.width);
