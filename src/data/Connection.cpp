@@ -76,8 +76,7 @@ QVariant AsSQLiteReadsIt(const QVariant &value)
 using LazyText = std::function<QString()>;
 
 // The rows of an executed query, or the count of rows it changed.
-Result Collect(QSqlQuery &query, sqlite3 *handle, qint64 totalBefore, const QString &original,
-               const LazyText &database)
+Result Collect(QSqlQuery &query, sqlite3 *handle, qint64 totalBefore, const QString &original, const LazyText &database)
 {
     Result result;
     if (query.isSelect()) {
@@ -308,8 +307,7 @@ Recordset Connection::Execute(const SqlStatement &statement)
         m_recordsAffected = outcome.affected;
         return outcome.rows;
     } catch (const PreparedStatements::Failure &failure) {
-        throw DatabaseError(StatementFailure(failure.error, DatabaseName()), statement.ToString(),
-                            ErrorText(failure.error));
+        throw DatabaseError(StatementFailure(failure.error, DatabaseName()), statement.ToString(), ErrorText(failure.error));
     }
 }
 

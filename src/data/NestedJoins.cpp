@@ -72,10 +72,10 @@ std::optional<QList<Token>> Tokenise(const QString &sql)
 // One table of a flat join chain, with how it joins the ones before it.
 struct Entry
 {
-    QString join;      // "INNER JOIN" or "LEFT JOIN"; empty for the first table
-    QString source;    // the table (and alias) as written
-    QSet<QString> names; // the table name and alias, folded, to match qualifiers
-    QString condition; // as written
+    QString join;                                  // "INNER JOIN" or "LEFT JOIN"; empty for the first table
+    QString source;                                // the table (and alias) as written
+    QSet<QString> names;                           // the table name and alias, folded, to match qualifiers
+    QString condition;                             // as written
     QList<std::pair<QString, QString>> equalities; // the qualifiers each equality ties
 };
 
@@ -106,8 +106,8 @@ public:
         for (qsizetype i = from + 1; i < m_tokens.size(); ++i) {
             depth += Depth(i);
             if (depth == 0
-                && (Is(i, "WHERE") || Is(i, "GROUP") || Is(i, "ORDER") || Is(i, "HAVING") || Is(i, "UNION")
-                    || Is(i, "LIMIT") || IsMark(i, ';'))) {
+                && (Is(i, "WHERE") || Is(i, "GROUP") || Is(i, "ORDER") || Is(i, "HAVING") || Is(i, "UNION") || Is(i, "LIMIT")
+                    || IsMark(i, ';'))) {
                 m_end = i;
                 break;
             }
@@ -147,8 +147,9 @@ private:
     }
     bool IsReserved(qsizetype i) const
     {
-        for (const char *word : {"SELECT", "ON", "INNER", "LEFT", "RIGHT", "FULL", "CROSS", "OUTER", "JOIN", "NATURAL",
-                                 "USING", "WHERE", "GROUP", "ORDER", "HAVING", "UNION", "LIMIT", "AS", "AND", "OR", "NOT"})
+        for (const char *word :
+             {"SELECT", "ON",    "INNER", "LEFT",   "RIGHT", "FULL",  "CROSS", "OUTER", "JOIN", "NATURAL", "USING",
+              "WHERE",  "GROUP", "ORDER", "HAVING", "UNION", "LIMIT", "AS",    "AND",   "OR",   "NOT"})
             if (Is(i, word))
                 return true;
         return false;

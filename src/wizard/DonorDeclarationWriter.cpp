@@ -216,15 +216,8 @@ void DonorDeclarationWriter::WriteCarta(const Donor &donor, int row)
     QStringList values;
     if (donor.pagador) {
         const cAlumno &p = *donor.pagador;
-        values = {p.AP1_MFP.left(50),
-                  p.AP2_MFP.left(50),
-                  p.Nom_MFP.left(40),
-                  nif,
-                  total,
-                  p.Poblacion,
-                  p.Direccion,
-                  p.CodPos,
-                  p.Provincia};
+        values = {p.AP1_MFP.left(50), p.AP2_MFP.left(50), p.Nom_MFP.left(40), nif,        total,
+                  p.Poblacion,        p.Direccion,        p.CodPos,           p.Provincia};
     } else {
         const NameParts names = SplitGridName(donor.nombreGrid);
         const QString blank = QStringLiteral(" ");

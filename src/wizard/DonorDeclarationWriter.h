@@ -4,9 +4,9 @@
 
 #include <QDate>
 #include <QHash>
-#include <QStringList>
 #include <QLocale>
 #include <QString>
+#include <QStringList>
 #include <memory>
 #include <stdexcept>
 

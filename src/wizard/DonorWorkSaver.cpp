@@ -115,9 +115,9 @@ void DonorWorkSaver::AddCommunities(QList<SqlStatement> &sql) const
         if (comunidad->Estado == eliminado)
             continue;
         try {
-            sql << SqlStatement(QStringLiteral("INSERT INTO ComDed VALUES (") + QString::number(comunidad->IDComAut) + QLatin1Char(',')
-                       + QString::number(comunidad->IDDeduccion) + QLatin1Char(',') + SingleDecimal(comunidad->Valor)
-                       + QLatin1Char(')'));
+            sql << SqlStatement(QStringLiteral("INSERT INTO ComDed VALUES (") + QString::number(comunidad->IDComAut)
+                                + QLatin1Char(',') + QString::number(comunidad->IDDeduccion) + QLatin1Char(',')
+                                + SingleDecimal(comunidad->Valor) + QLatin1Char(')'));
         } catch (const ConversionError &) {
             throw SaveRefused(QStringLiteral("El porcentaje de la comunidad autónoma ")
                               + QString::number(comunidad->IDComAut)
@@ -140,11 +140,12 @@ void DonorWorkSaver::AddActivities(QList<SqlStatement> &sql) const
                     + QStringLiteral("» no es un número. Vuelva al paso anterior, corríjala y vuelva a guardar."));
             }
             sql << SqlStatement(QStringLiteral("INSERT INTO CursoEscAct VALUES (") + QString::number(curso->idCursoEscolar)
-                       + QLatin1Char(',') + SqlText(curso->Nombre) + QLatin1Char(',') + SqlText(curso->conBD)
-                       + QLatin1Char(',') + QString::number(actividad->idActividad) + QLatin1Char(',')
-                       + SqlText(actividad->Nombre) + QLatin1Char(',') + deduccion + QLatin1Char(',')
-                       + SqlText(actividad->TipoDonativo) + QLatin1Char(',') + SqlText(actividad->TipoDonativoDeduccion)
-                       + QLatin1Char(',') + SqlText(actividad->MesesPago) + QLatin1Char(',') + flag + QLatin1Char(')'));
+                                + QLatin1Char(',') + SqlText(curso->Nombre) + QLatin1Char(',') + SqlText(curso->conBD)
+                                + QLatin1Char(',') + QString::number(actividad->idActividad) + QLatin1Char(',')
+                                + SqlText(actividad->Nombre) + QLatin1Char(',') + deduccion + QLatin1Char(',')
+                                + SqlText(actividad->TipoDonativo) + QLatin1Char(',')
+                                + SqlText(actividad->TipoDonativoDeduccion) + QLatin1Char(',')
+                                + SqlText(actividad->MesesPago) + QLatin1Char(',') + flag + QLatin1Char(')'));
         }
     }
 }
@@ -224,7 +225,7 @@ void DonorWorkSaver::AddKeptPayments(QList<SqlStatement> &sql) const
 {
     for (const cDatosCobro &cobro : std::as_const(m_form.colDatosCobro))
         sql << SqlStatement(QStringLiteral("INSERT INTO DatosModelo182 VALUES (") + QString::number(cobro.IDAl)
-                            + QLatin1Char(',') + QString::number(cobro.IDMF) + QLatin1Char(',')
-                            + QString::number(cobro.IDCC) + QLatin1Char(',') + QString::number(cobro.IDAct)
-                            + QLatin1Char(',') + KeptAmount(cobro.Pago) + QLatin1Char(')'));
+                            + QLatin1Char(',') + QString::number(cobro.IDMF) + QLatin1Char(',') + QString::number(cobro.IDCC)
+                            + QLatin1Char(',') + QString::number(cobro.IDAct) + QLatin1Char(',') + KeptAmount(cobro.Pago)
+                            + QLatin1Char(')'));
 }

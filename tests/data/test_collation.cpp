@@ -66,9 +66,10 @@ TEST(SpanishCollationSql, OrdersAndComparesOnEveryConnectionAndByName)
 // and in a UTF-16 database, first letters alike or not, plain or not.
 TEST(SpanishCollationSql, EveryEncodingComparesEveryPairAsTheComparisonDoes)
 {
-    const QStringList words{"Álvarez", "alvarez", "ALVAREZ", "Blanco", "blanco", "Nuñez", "Ñuñez", "n\u0303u", "Ortega",
-                            "ortega", "2º B", " Sanz", "Sanz", "", "Émile", "émile", "Zapata", "zorro", "Ñ", "N", "o",
-                            "Øster", "ß", "Martín López", "Martínez"};
+    const QStringList words{"Álvarez",  "alvarez", "ALVAREZ",      "Blanco",  "blanco", "Nuñez", "Ñuñez",
+                            "n\u0303u", "Ortega",  "ortega",       "2º B",    " Sanz",  "Sanz",  "",
+                            "Émile",    "émile",   "Zapata",       "zorro",   "Ñ",      "N",     "o",
+                            "Øster",    "ß",       "Martín López", "Martínez"};
     for (const char *encoding : {"UTF-8", "UTF-16le"}) {
         QTemporaryDir dir;
         auto c = Connection::CreateSQLite(dir.filePath("textos.db"));

@@ -83,20 +83,20 @@ TEST(JetCrossDatabaseCopy, CopiesTheTableInSpanishOrderFromAnAbsoluteOrRelativeF
 // Students, their payers, the payers' families and addresses, with every
 // kind of missing link: a student without payer, a payer without family
 // member, a member without address, an address without province.
-const char *const kFamilies[] = {
-    "CREATE TABLE Alumno (IDAlumno INTEGER PRIMARY KEY, Apellido TEXT)",
-    "CREATE TABLE Inscripcion (codAlumno INTEGER, codActividad INTEGER, codPagador INTEGER)",
-    "CREATE TABLE Pagador (idPagador INTEGER PRIMARY KEY, codMiembro INTEGER)",
-    "CREATE TABLE Miembro (IDMiembro INTEGER PRIMARY KEY, Nombre TEXT, codDireccion INTEGER)",
-    "CREATE TABLE Direccion (IDDireccion INTEGER PRIMARY KEY, calle TEXT, codProvincia INTEGER)",
-    "CREATE TABLE Provincia (IDProvincia INTEGER PRIMARY KEY, descripcion TEXT)",
-    "INSERT INTO Alumno VALUES (1, 'Ortiz'), (2, 'Ruiz'), (3, 'Peña'), (4, 'Sanz'), (5, 'Vidal')",
-    "INSERT INTO Inscripcion VALUES (1, 7, 10), (2, 7, 11), (3, 7, 12), (4, 7, NULL), (5, 7, 13), (1, 8, 10), "
-    "(9, 7, 10)",
-    "INSERT INTO Pagador VALUES (10, 100), (11, 101), (12, 102), (13, 999)",
-    "INSERT INTO Miembro VALUES (100, 'Ana', 1000), (101, 'Luis', NULL), (102, 'Eva', 1001)",
-    "INSERT INTO Direccion VALUES (1000, 'Mayor 1', 28), (1001, 'Sol 2', 99)",
-    "INSERT INTO Provincia VALUES (28, 'Madrid')"};
+const char *const kFamilies[] =
+    {"CREATE TABLE Alumno (IDAlumno INTEGER PRIMARY KEY, Apellido TEXT)",
+     "CREATE TABLE Inscripcion (codAlumno INTEGER, codActividad INTEGER, codPagador INTEGER)",
+     "CREATE TABLE Pagador (idPagador INTEGER PRIMARY KEY, codMiembro INTEGER)",
+     "CREATE TABLE Miembro (IDMiembro INTEGER PRIMARY KEY, Nombre TEXT, codDireccion INTEGER)",
+     "CREATE TABLE Direccion (IDDireccion INTEGER PRIMARY KEY, calle TEXT, codProvincia INTEGER)",
+     "CREATE TABLE Provincia (IDProvincia INTEGER PRIMARY KEY, descripcion TEXT)",
+     "INSERT INTO Alumno VALUES (1, 'Ortiz'), (2, 'Ruiz'), (3, 'Peña'), (4, 'Sanz'), (5, 'Vidal')",
+     "INSERT INTO Inscripcion VALUES (1, 7, 10), (2, 7, 11), (3, 7, 12), (4, 7, NULL), (5, 7, 13), (1, 8, 10), "
+     "(9, 7, 10)",
+     "INSERT INTO Pagador VALUES (10, 100), (11, 101), (12, 102), (13, 999)",
+     "INSERT INTO Miembro VALUES (100, 'Ana', 1000), (101, 'Luis', NULL), (102, 'Eva', 1001)",
+     "INSERT INTO Direccion VALUES (1000, 'Mayor 1', 28), (1001, 'Sol 2', 99)",
+     "INSERT INTO Provincia VALUES (28, 'Madrid')"};
 
 const QString kNestedDonors = QStringLiteral(
     "SELECT Alumno.Apellido, Miembro.Nombre, Direccion.calle, Provincia.descripcion FROM Alumno INNER JOIN "
