@@ -298,8 +298,9 @@ TEST_F(GeneratorTest, DonorRowsComeInTheOrderSqliteGivesWhereverTheyAreRead)
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
         QSqlQuery query(db->Database());
-        if (c.onlySqlOrders)
+        if (c.onlySqlOrders) {
             ASSERT_TRUE(query.exec("UPDATE Donantes SET nif = nif || char(160) WHERE rowid = 77"));
+        }
         ASSERT_TRUE(query.exec(sqliteOrder));
         QStringList expected;
         while (query.next())
