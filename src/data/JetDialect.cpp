@@ -103,6 +103,27 @@ QString DetachStatement(const QString &alias)
     return QStringLiteral("DETACH DATABASE %1").arg(alias);
 }
 
+bool OpensQuoted(QChar c)
+{
+    return c == QLatin1Char('\'') || c == QLatin1Char('"') || c == QLatin1Char('[') || c == QLatin1Char('`');
+}
+
+qsizetype QuotedEnd(const QString &sql, qsizetype open)
+{
+    const QChar close = sql.at(open) == QLatin1Char('[') ? QLatin1Char(']') : sql.at(open);
+    const qsizetype n = sql.size();
+    for (qsizetype j = open + 1; j < n; ++j) {
+        if (sql.at(j) != close)
+            continue;
+        if (close != QLatin1Char(']') && j + 1 < n && sql.at(j + 1) == close) {
+            ++j;
+            continue;
+        }
+        return j + 1;
+    }
+    return -1;
+}
+
 QString ReplaceBooleanLiterals(const QString &sql)
 {
     // Cheap test first: nearly no statement has either word.
@@ -115,22 +136,10 @@ QString ReplaceBooleanLiterals(const QString &sql)
     qsizetype i = 0;
     while (i < n) {
         const QChar c = sql.at(i);
-        if (c == QLatin1Char('\'') || c == QLatin1Char('"') || c == QLatin1Char('[') || c == QLatin1Char('`')) {
-            // Copy a quoted text or a bracketed name untouched; doubled
-            // quotes stay inside it.
-            const QChar close = c == QLatin1Char('[') ? QLatin1Char(']') : c;
-            qsizetype j = i + 1;
-            while (j < n) {
-                if (sql.at(j) == close) {
-                    if (close != QLatin1Char(']') && j + 1 < n && sql.at(j + 1) == close) {
-                        j += 2;
-                        continue;
-                    }
-                    break;
-                }
-                ++j;
-            }
-            const qsizetype end = j < n ? j + 1 : n;
+        if (OpensQuoted(c)) {
+            // Copy a quoted text or a bracketed name untouched.
+            const qsizetype closed = QuotedEnd(sql, i);
+            const qsizetype end = closed < 0 ? n : closed;
             out += QStringView(sql).mid(i, end - i);
             i = end;
             continue;

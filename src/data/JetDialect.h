@@ -35,6 +35,12 @@ QString SourceDefinitionQuery(const CrossDatabaseCopy &copy, const QString &alia
 std::optional<QStringList> CopyWithDefinition(const CrossDatabaseCopy &copy, const QString &alias,
                                               const QString &sourceDefinition);
 
+// Whether `c` opens a quoted text ('…', "…", `…`) or a bracketed name ([…]).
+bool OpensQuoted(QChar c);
+// The position just past the quoted text or bracketed name that opens at
+// `open` (a doubled quote stays inside it); -1 when it is never closed.
+qsizetype QuotedEnd(const QString &sql, qsizetype open);
+
 // Jet's Boolean literals True and False are -1 and 0; SQLite reads TRUE as 1,
 // so they are replaced, outside quoted text and bracketed names.
 QString ReplaceBooleanLiterals(const QString &sql);

@@ -1,5 +1,6 @@
 #include "data/NestedJoins.h"
 
+#include "data/JetDialect.h"
 #include "util/TextRoutines.h"
 
 #include <QList>
@@ -41,23 +42,12 @@ std::optional<QList<Token>> Tokenise(const QString &sql)
                 ++j;
             tokens.append({Token::Word, i, j});
             i = j;
-        } else if (c == QLatin1Char('\'') || c == QLatin1Char('"') || c == QLatin1Char('`') || c == QLatin1Char('[')) {
-            const QChar close = c == QLatin1Char('[') ? QLatin1Char(']') : c;
-            qsizetype j = i + 1;
-            while (j < n) {
-                if (sql.at(j) == close) {
-                    if (close != QLatin1Char(']') && j + 1 < n && sql.at(j + 1) == close) {
-                        j += 2;
-                        continue;
-                    }
-                    break;
-                }
-                ++j;
-            }
-            if (j >= n)
+        } else if (OpensQuoted(c)) {
+            const qsizetype end = QuotedEnd(sql, i);
+            if (end < 0)
                 return std::nullopt;
-            tokens.append({c == QLatin1Char('[') ? Token::Bracketed : Token::Quoted, i, j + 1});
-            i = j + 1;
+            tokens.append({c == QLatin1Char('[') ? Token::Bracketed : Token::Quoted, i, end});
+            i = end;
         } else {
             if ((c == QLatin1Char('-') || c == QLatin1Char('/')) && i + 1 < n
                 && sql.at(i + 1) == (c == QLatin1Char('-') ? QLatin1Char('-') : QLatin1Char('*')))
