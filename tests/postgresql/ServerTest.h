@@ -2,8 +2,7 @@
 // Shared set-up of the server tests: skipped without a PostgreSQL server,
 // fresh databases on it, rows read as "a|b|NULL" texts.
 #include "Providers.h"
-#include "data/Connection.h"
-#include "data/DatabaseError.h"
+#include "RowTexts.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
@@ -16,43 +15,13 @@ inline void PrintTo(const QString &text, std::ostream *out)
 
 namespace server_test {
 
-inline QStringList Rows(Connection &c, const QString &sql)
-{
-    QStringList rows;
-    for (Recordset rs = c.Execute(sql); !rs.Eof(); rs.MoveNext()) {
-        QStringList values;
-        for (int i = 0; i < rs.FieldCount(); ++i) {
-            const QVariant v = rs.Fields(i);
-            values << (v.isNull() ? QStringLiteral("NULL") : v.toString());
-        }
-        rows << values.join(QLatin1Char('|'));
-    }
-    return rows;
-}
-
-inline QString Value(Connection &c, const QString &sql)
-{
-    return Rows(c, sql).value(0);
-}
+using test_support::ExpectDatabaseError;
+using test_support::Rows;
+using test_support::Value;
 
 inline ConnectionPtr Open(const QString &connectionString, const QString &baseFolder = QString())
 {
-    auto c = std::make_shared<Connection>();
-    c->SetBaseFolder(baseFolder);
-    c->Open(connectionString);
-    return c;
-}
-
-// The DatabaseError the code throws (fails the test when nothing is thrown).
-template <typename F> DatabaseError ExpectDatabaseError(F &&code)
-{
-    try {
-        code();
-    } catch (const DatabaseError &error) {
-        return error;
-    }
-    ADD_FAILURE() << "no DatabaseError was thrown";
-    return DatabaseError(QString());
+    return test_support::OpenConnection(connectionString, baseFolder);
 }
 
 // A value of the test server's connection string ("Host", "Port", ...).
