@@ -4,7 +4,6 @@
 #include "data/DatabaseError.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
 namespace Aeat {
@@ -67,8 +66,8 @@ constexpr size_t kBatchRows = 20'000;
 DonorRowStream::DonorRowStream(Connection &connection, qint64 declarantId, Order order, DonorOrder::Limits limits)
 {
     if (order == Order::ByDonor) {
-        m_order = std::make_unique<DonorOrder>(connection, declarantId, QLatin1String(kDonorColumns), int(m_cells.size()),
-                                               kNifColumn, limits);
+        m_order = std::make_unique<DonorOrder>(connection, declarantId, QLatin1String(kDonorColumns), kColumns, kNifColumn,
+                                               limits);
         if (m_order->Held())
             return;
         if (m_order->Ordered()) {
@@ -116,40 +115,31 @@ bool DonorRowStream::Step()
     }
 }
 
-const QString &DonorRowStream::Column(int column)
+qint64 DonorRowStream::RowCount(Connection &connection, qint64 declarantId) const
 {
-    return Column(column, m_order && m_order->Held() ? m_heldRow[size_t(column)] : m_statement->Utf8(column));
+    if (m_order)
+        return qint64(m_order->Size());
+    SqliteStatement count(connection, QStringLiteral("SELECT COUNT(*) FROM Donantes WHERE codDeclarante = ")
+                                          + QString::number(declarantId));
+    return count.Step() ? count.Integer(0) : 0;
 }
 
-const QString &DonorRowStream::Column(int column, QByteArrayView bytes)
+QByteArrayView DonorRowStream::Column(int column) const
 {
-    Cell &cell = m_cells[size_t(column)];
-    const bool null = bytes.data() == nullptr;
-    const bool same = null == cell.null && size_t(bytes.size()) == cell.bytes.size()
-                      && (bytes.isEmpty() || std::memcmp(bytes.data(), cell.bytes.data(), cell.bytes.size()) == 0);
-    if (!same) {
-        cell.null = null;
-        cell.bytes.assign(bytes.data(), size_t(bytes.size()));
-        cell.text = null ? QString() : QString::fromUtf8(bytes);
-    }
-    return cell.text;
+    return m_order && m_order->Held() ? m_heldRow[size_t(column)] : m_statement->Utf8(column);
 }
 
 bool DonorRowStream::Next(DonorRow &row)
 {
     if (!Step())
         return false;
-    // A text that did not change is already the row's: no copy.
-    QString *fields[] = {&row.nombre,          &row.apellido1,     &row.apellido2,  &row.nif,     &row.nifRepresentante,
-                         &row.codigoProvincia, &row.clave,         &row.deduccion,  &row.importe, &row.donativoEnEspecie,
-                         &row.comunidadAut,    &row.deduccionCAut, &row.tipoPersona};
-    static_assert(std::size(fields) == std::tuple_size_v<decltype(m_cells)>);
-    for (int column = 0; column < int(std::size(fields)); ++column) {
-        const QString &text = Column(column);
-        QString &field = *fields[column];
-        if (!field.isSharedWith(text) || field.constData() != text.constData() || field.size() != text.size())
-            field = text;
-    }
+    QByteArrayView *fields[] = {&row.nombre,           &row.apellido1,         &row.apellido2,    &row.nif,
+                                &row.nifRepresentante, &row.codigoProvincia,   &row.clave,        &row.deduccion,
+                                &row.importe,          &row.donativoEnEspecie, &row.comunidadAut, &row.deduccionCAut,
+                                &row.tipoPersona};
+    static_assert(std::size(fields) == kColumns);
+    for (int column = 0; column < kColumns; ++column)
+        *fields[column] = Column(column);
     return true;
 }
 

@@ -3,12 +3,12 @@
 #include "generator/DonorOrder.h"
 #include "generator/SqliteStatement.h"
 
+#include <QByteArrayView>
 #include <QString>
 
 #include <array>
 #include <memory>
 #include <optional>
-#include <string>
 
 class Connection;
 
@@ -30,21 +30,25 @@ struct DeclarantRow
     QString pctelefono;
 };
 
+// One `Donantes` row: each value's UTF-8 bytes as stored (a null view for
+// NULL), valid until the stream gives the next row. Texts are made of them
+// only where one is needed (a message, a name): hundreds of thousands of
+// rows are read, and most of their values are only checked.
 struct DonorRow
 {
-    QString nombre;
-    QString apellido1;
-    QString apellido2;
-    QString nif;
-    QString nifRepresentante;
-    QString codigoProvincia;
-    QString clave;
-    QString deduccion;
-    QString importe;
-    QString donativoEnEspecie;
-    QString comunidadAut;
-    QString deduccionCAut;
-    QString tipoPersona;
+    QByteArrayView nombre;
+    QByteArrayView apellido1;
+    QByteArrayView apellido2;
+    QByteArrayView nif;
+    QByteArrayView nifRepresentante;
+    QByteArrayView codigoProvincia;
+    QByteArrayView clave;
+    QByteArrayView deduccion;
+    QByteArrayView importe;
+    QByteArrayView donativoEnEspecie;
+    QByteArrayView comunidadAut;
+    QByteArrayView deduccionCAut;
+    QByteArrayView tipoPersona;
 };
 
 // The declarant with the greatest IDDeclarante; none when the table is empty.
@@ -65,27 +69,20 @@ public:
 
     DonorRowStream(Connection &connection, qint64 declarantId, Order order, DonorOrder::Limits limits = {});
     bool Next(DonorRow &row);
+    // How many rows the stream gives in all (counted by SQL unless the
+    // order was worked out here).
+    qint64 RowCount(Connection &connection, qint64 declarantId) const;
 
 private:
-    // The last text of each column: a donor's rows come one after another
-    // and many columns repeat from row to row, so a text is converted only
-    // when its bytes change.
-    struct Cell
-    {
-        std::string bytes;
-        bool null = true;
-        QString text;
-    };
-    const QString &Column(int column);
-    const QString &Column(int column, QByteArrayView bytes);
+    static constexpr int kColumns = 13;
     bool Step();
+    QByteArrayView Column(int column) const;
 
     std::unique_ptr<DonorOrder> m_order; // by donor, when worked out here
     size_t m_next = 0;                   // in m_order: the next held row, or the first rowid not yet in a batch
     bool m_batchBound = false;
     std::unique_ptr<SqliteStatement> m_statement;
-    std::array<Cell, 13> m_cells;
-    std::array<QByteArrayView, 13> m_heldRow; // the current row, when held
+    std::array<QByteArrayView, kColumns> m_heldRow; // the current row, when held
 };
 
 } // namespace Aeat

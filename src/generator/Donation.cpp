@@ -5,7 +5,9 @@
 #include "util/NifCif.h"
 #include "util/VbFormat.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Aeat {
 
@@ -13,31 +15,84 @@ namespace {
 
 const QString kRetry = QStringLiteral(" y vuelva a generar la declaración.");
 
-// A field of at most `digits` digits (blanks around ignored, empty = 0).
-// Read in place: it runs for four fields of every donor row.
-bool SmallNumber(const QString &text, int digits, int &value)
+QString Text(QByteArrayView utf8)
 {
-    const QStringView trimmed = QStringView(text).trimmed();
+    return QString::fromUtf8(utf8);
+}
+
+bool IsAscii(QByteArrayView bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// The character (one or two UTF-16 units) whose UTF-8 bytes are `bytes`
+// is white space as QString::trimmed sees it.
+bool IsSpace(QByteArrayView bytes)
+{
+    const QString character = Text(bytes);
+    return character.size() == 1 && character.at(0).isSpace();
+}
+
+// The bytes without the white space around them, as QString::trimmed would
+// leave the text: ASCII blanks directly, other white space (a no-break
+// space) decoded.
+QByteArrayView Trimmed(QByteArrayView text)
+{
+    auto asciiSpace = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    for (;;) {
+        while (!text.isEmpty() && asciiSpace(text.front()))
+            text = text.sliced(1);
+        if (text.isEmpty() || static_cast<unsigned char>(text.front()) < 0xC0)
+            break;
+        const auto lead = static_cast<unsigned char>(text.front());
+        const qsizetype length = qMin<qsizetype>(lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2, text.size());
+        if (!IsSpace(text.first(length)))
+            break;
+        text = text.sliced(length);
+    }
+    for (;;) {
+        while (!text.isEmpty() && asciiSpace(text.back()))
+            text.chop(1);
+        if (text.isEmpty() || static_cast<unsigned char>(text.back()) < 0x80)
+            break;
+        qsizetype start = text.size() - 1;
+        while (start > 0 && text.size() - start < 4 && (static_cast<unsigned char>(text.at(start)) & 0xC0) == 0x80)
+            --start;
+        if (!IsSpace(text.sliced(start)))
+            break;
+        text.truncate(start);
+    }
+    return text;
+}
+
+// A field of at most `digits` digits (blanks around ignored, empty = 0).
+bool SmallNumber(QByteArrayView text, int digits, int &value)
+{
+    const QByteArrayView trimmed = Trimmed(text);
     if (trimmed.size() > digits)
         return false;
     int number = 0;
-    for (QChar c : trimmed) {
-        if (c < u'0' || c > u'9')
+    for (char c : trimmed) {
+        if (c < '0' || c > '9')
             return false;
-        number = number * 10 + (c.unicode() - u'0');
+        number = number * 10 + (c - '0');
     }
     value = number;
     return true;
 }
 
 // A one-letter code (blanks around ignored) in upper case; 0 when empty,
-// '?' when it is more than one character.
-QChar CodeLetter(const QString &text)
+// '?' when it is anything but one ASCII character (no other character is
+// a code).
+char CodeLetter(QByteArrayView text)
 {
-    const QStringView trimmed = QStringView(text).trimmed();
+    const QByteArrayView trimmed = Trimmed(text);
     if (trimmed.isEmpty())
-        return QChar(0);
-    return trimmed.size() == 1 ? trimmed.at(0).toUpper() : QChar(u'?');
+        return 0;
+    const char c = trimmed.front();
+    if (trimmed.size() != 1 || static_cast<unsigned char>(c) >= 0x80)
+        return '?';
+    return (c >= 'a' && c <= 'z') ? char(c - 'a' + 'A') : c;
 }
 
 bool IsCommunityCode(int code)
@@ -45,16 +100,19 @@ bool IsCommunityCode(int code)
     return (code >= 0 && code <= 13) || code == 16 || code == 17;
 }
 
-bool IsInKind(const QString &text)
+bool IsInKind(QByteArrayView text)
 {
-    const QStringView value = QStringView(text).trimmed();
+    const QByteArrayView value = Trimmed(text);
     if (value.isEmpty())
         return false;
-    for (const char16_t *mark : {u"X", u"S", u"SI", u"SÍ", u"1", u"-1", u"TRUE"}) {
-        if (value.compare(QStringView(mark), Qt::CaseInsensitive) == 0)
-            return true;
+    if (IsAscii(value)) {
+        for (const char *mark : {"X", "S", "SI", "1", "-1", "TRUE"}) {
+            if (value.compare(QByteArrayView(mark), Qt::CaseInsensitive) == 0)
+                return true;
+        }
+        return false;
     }
-    return false;
+    return Text(value).compare(u"SÍ", Qt::CaseInsensitive) == 0;
 }
 
 // The donor's name as the file writes it. A donor's rows come one after
@@ -62,68 +120,63 @@ bool IsInKind(const QString &text)
 QString NameField(const DonorRow &row)
 {
     thread_local bool known = false;
-    thread_local QString apellido1, apellido2, nombre, field;
+    thread_local QByteArray apellido1, apellido2, nombre;
+    thread_local QString field;
     if (known && row.apellido1 == apellido1 && row.apellido2 == apellido2 && row.nombre == nombre)
         return field;
-    field = Aeat::AlphanumericField(Aeat::PersonName(row.apellido1, row.apellido2, row.nombre), 40);
-    apellido1 = row.apellido1;
-    apellido2 = row.apellido2;
-    nombre = row.nombre;
+    field = Aeat::AlphanumericField(Aeat::PersonName(Text(row.apellido1), Text(row.apellido2), Text(row.nombre)), 40);
+    apellido1 = row.apellido1.toByteArray();
+    apellido2 = row.apellido2.toByteArray();
+    nombre = row.nombre.toByteArray();
     known = true;
     return field;
 }
 
-} // namespace
-
-QString ValidIdentifier(const QString &text)
+// ValidIdentifier of a stored identifier (blanks around already trimmed).
+// The common NIF, eight digits and its upper-case letter, is checked
+// directly; a donor's rows come one after another in the writing pass, so
+// the last answer is kept for the next row.
+QString IdentifierOf(QByteArrayView text)
 {
-    // A donor's rows come one after another in the writing pass: the last
-    // answer is kept for the next row.
     thread_local bool known = false;
-    thread_local QString lastText;
+    thread_local QByteArray lastText;
     thread_local QString lastId;
     if (known && text == lastText)
         return lastId;
-    QString id = text;
-    try {
-        id = ValidarNIFCIF(id) ? id : QString();
-    } catch (const ConversionError &) {
-        id = QString();
+    static constexpr char kLetters[] = "TRWAGMYFPDXBNJZSQVHLCKE";
+    const QByteArrayView digits = text.first(qMin<qsizetype>(8, text.size()));
+    if (text.size() == 9 && text.at(8) >= 'A' && text.at(8) <= 'Z'
+        && std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+        lastId = kLetters[digits.toInt() % 23] == text.at(8) ? QString::fromLatin1(text) : QString();
+    } else {
+        lastId = ValidIdentifier(Text(text));
     }
+    lastText = text.toByteArray();
     known = true;
-    lastText = text;
-    lastId = id;
-    return id;
+    return lastId;
 }
 
 // The amount exactly as the wizard formats it in `locale`, "#,###,##0.00"
 // (es_ES "1.234,50"), read in whole cents without any floating point.
-bool FormattedCents(QStringView text, const QLocale &locale, qint64 &cents)
+// `Char` is a UTF-8 byte or a UTF-16 unit: no digit or separator is a part
+// of a longer UTF-8 sequence.
+template <typename Char>
+bool FormattedCents(const Char *text, qsizetype size, char16_t group, char16_t decimal, qint64 &cents)
 {
-    // Each row's amount is read in the same locale: its separators are
-    // looked up once.
-    thread_local QLocale lastLocale;
-    thread_local QString group = lastLocale.groupSeparator();
-    thread_local QString decimal = lastLocale.decimalPoint();
-    if (locale != lastLocale) {
-        lastLocale = locale;
-        group = locale.groupSeparator();
-        decimal = locale.decimalPoint();
-    }
-    if (group.size() != 1 || decimal.size() != 1 || text.size() < 4)
+    if (size < 4)
         return false;
-    const qsizetype point = text.size() - 3;
-    if (text.at(point) != decimal.at(0))
+    const qsizetype point = size - 3;
+    if (char16_t(text[point]) != decimal)
         return false;
-    qsizetype start = text.startsWith(u'-') ? 1 : 0;
+    const qsizetype start = char16_t(text[0]) == u'-' ? 1 : 0;
     qint64 value = 0;
     int digitsInGroup = 0;
     bool grouped = false;
-    for (qsizetype i = start; i < text.size(); ++i) {
-        const QChar c = text.at(i);
+    for (qsizetype i = start; i < size; ++i) {
+        const char16_t c = char16_t(text[i]);
         if (i == point)
             continue;
-        if (c == group.at(0) && i < point) {
+        if (c == group && i < point) {
             // A group follows one to three digits, then exactly three.
             if (digitsInGroup == 0 || digitsInGroup > 3 || (grouped && digitsInGroup != 3))
                 return false;
@@ -133,7 +186,7 @@ bool FormattedCents(QStringView text, const QLocale &locale, qint64 &cents)
         }
         if (c < u'0' || c > u'9' || value > 99'999'999'999'999LL)
             return false;
-        value = value * 10 + (c.unicode() - u'0');
+        value = value * 10 + (c - u'0');
         if (i < point)
             ++digitsInGroup;
     }
@@ -143,10 +196,29 @@ bool FormattedCents(QStringView text, const QLocale &locale, qint64 &cents)
     return true;
 }
 
-bool AmountInCents(const QString &text, const QLocale &locale, qint64 &cents)
+// The locale's group and decimal separators, 0 when either is not one
+// UTF-16 unit. Each row's amount is read in the same locale: they are
+// looked up once.
+std::pair<char16_t, char16_t> Separators(const QLocale &locale)
 {
-    if (FormattedCents(text, locale, cents))
-        return true;
+    thread_local QLocale lastLocale;
+    thread_local std::pair<char16_t, char16_t> separators{0, 0};
+    thread_local bool known = false;
+    if (!known || locale != lastLocale) {
+        const QString group = locale.groupSeparator();
+        const QString decimal = locale.decimalPoint();
+        const bool single = group.size() == 1 && decimal.size() == 1;
+        separators = single ? std::pair{group.at(0).unicode(), decimal.at(0).unicode()}
+                            : std::pair<char16_t, char16_t>{0, 0};
+        lastLocale = locale;
+        known = true;
+    }
+    return separators;
+}
+
+// Any other form of number, as the rest of the program reads one.
+bool NumberInCents(const QString &text, const QLocale &locale, qint64 &cents)
+{
     if (!IsNumeric(text, locale))
         return false;
     const double value = ToDouble(text, locale);
@@ -157,12 +229,42 @@ bool AmountInCents(const QString &text, const QLocale &locale, qint64 &cents)
     return true;
 }
 
+} // namespace
+
+QString ValidIdentifier(const QString &text)
+{
+    QString id = text;
+    try {
+        return ValidarNIFCIF(id) ? id : QString();
+    } catch (const ConversionError &) {
+        return QString();
+    }
+}
+
+bool AmountInCents(const QString &text, const QLocale &locale, qint64 &cents)
+{
+    const auto [group, decimal] = Separators(locale);
+    if (group != 0 && FormattedCents(text.utf16(), text.size(), group, decimal, cents))
+        return true;
+    return NumberInCents(text, locale, cents);
+}
+
+bool AmountInCents(QByteArrayView utf8, const QLocale &locale, qint64 &cents)
+{
+    const auto [group, decimal] = Separators(locale);
+    // A UTF-8 byte compared with a separator above ASCII would match part
+    // of another character: such a locale reads the text decoded.
+    if (group != 0 && group < 0x80 && decimal < 0x80 && FormattedCents(utf8.data(), utf8.size(), group, decimal, cents))
+        return true;
+    return AmountInCents(Text(utf8), locale, cents);
+}
+
 bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation, QStringList *problems)
 {
-    const QString nifText = row.nif.trimmed();
+    const QByteArrayView nifText = Trimmed(row.nif);
     // The donor as messages name them; built only for a message.
     auto donor = [&row] {
-        const QString name = Aeat::PersonName(row.apellido1, row.apellido2, row.nombre);
+        const QString name = Aeat::PersonName(Text(row.apellido1), Text(row.apellido2), Text(row.nombre));
         return QStringLiteral(" del donante ") + (name.isEmpty() ? QStringLiteral("sin nombre") : name);
     };
     bool ok = true;
@@ -174,20 +276,20 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
     if (!problems)
         donation.nombre = NameField(row);
 
-    const QString nif = ValidIdentifier(nifText);
+    const QString nif = nifText.isEmpty() ? QString() : IdentifierOf(nifText);
     if (nifText.isEmpty()) {
         refuse(QStringLiteral("Falta el NIF") + donor() + QStringLiteral(": escríbalo en la columna DNI del asistente")
                + kRetry);
     } else if (nif.isEmpty()) {
-        refuse(QStringLiteral("El NIF «") + nifText + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El NIF «") + Text(nifText) + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: corríjalo en la columna DNI del asistente") + kRetry);
     }
     donation.nif = Aeat::NifField(nif);
 
-    const QString representative = row.nifRepresentante.trimmed();
-    const QString representativeNif = representative.isEmpty() ? QString() : ValidIdentifier(representative);
+    const QByteArrayView representative = Trimmed(row.nifRepresentante);
+    const QString representativeNif = representative.isEmpty() ? QString() : IdentifierOf(representative);
     if (!representative.isEmpty() && representativeNif.isEmpty()) {
-        refuse(QStringLiteral("El NIF del representante «") + representative + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El NIF del representante «") + Text(representative) + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: corríjalo") + kRetry);
     }
     // Most donors have no representative: the same blanks for every row.
@@ -195,55 +297,55 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
     donation.nifRepresentante = representativeNif.isEmpty() ? kNoRepresentative : Aeat::NifField(representativeNif);
 
     if (!AmountInCents(row.importe, locale, donation.centimos)) {
-        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El importe «") + Text(row.importe) + QStringLiteral("»") + donor()
                + QStringLiteral(" no es un número: corríjalo en la rejilla de donantes") + kRetry);
     } else if (donation.centimos < 0) {
-        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El importe «") + Text(row.importe) + QStringLiteral("»") + donor()
                + QStringLiteral(" es negativo: corríjalo en la rejilla de donantes") + kRetry);
     } else if (donation.centimos > kMaxRecordCents) {
-        refuse(QStringLiteral("El importe «") + row.importe + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El importe «") + Text(row.importe) + QStringLiteral("»") + donor()
                + QStringLiteral(" es demasiado grande para el modelo 182: corríjalo en la rejilla de donantes") + kRetry);
     }
 
     if (!SmallNumber(row.codigoProvincia, 2, donation.provincia) || (donation.provincia > 52 && donation.provincia != 99)) {
-        refuse(QStringLiteral("El código de provincia «") + row.codigoProvincia + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El código de provincia «") + Text(row.codigoProvincia) + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: revise la provincia de su domicilio") + kRetry);
     }
 
-    const QChar key = CodeLetter(row.clave);
-    if (key.isNull()) {
+    const char key = CodeLetter(row.clave);
+    if (key == 0) {
         donation.clave = u'A';
-    } else if (key >= u'A' && key <= u'G') {
-        donation.clave = key;
+    } else if (key >= 'A' && key <= 'G') {
+        donation.clave = QLatin1Char(key);
     } else {
-        refuse(QStringLiteral("La clave «") + row.clave + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("La clave «") + Text(row.clave) + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válida: debe ser una letra de la A a la G; corríjala") + kRetry);
     }
 
     if (!SmallNumber(row.deduccion, 5, donation.deduccion) || donation.deduccion > 10000) {
-        refuse(QStringLiteral("El porcentaje de deducción «") + row.deduccion + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El porcentaje de deducción «") + Text(row.deduccion) + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: revise la deducción de sus actividades") + kRetry);
     }
 
     if (!SmallNumber(row.comunidadAut, 2, donation.comunidad) || !IsCommunityCode(donation.comunidad)) {
-        refuse(QStringLiteral("El código de comunidad autónoma «") + row.comunidadAut + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El código de comunidad autónoma «") + Text(row.comunidadAut) + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma") + kRetry);
     }
     if (!SmallNumber(row.deduccionCAut, 5, donation.deduccionComunidad) || donation.deduccionComunidad > 10000) {
-        refuse(QStringLiteral("El porcentaje de deducción autonómica «") + row.deduccionCAut + QStringLiteral("»") + donor()
-               + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma") + kRetry);
+        refuse(QStringLiteral("El porcentaje de deducción autonómica «") + Text(row.deduccionCAut) + QStringLiteral("»")
+               + donor() + QStringLiteral(" no es válido: revise las deducciones por comunidad autónoma") + kRetry);
     }
     // Without a community there is no regional percentage.
     if (donation.comunidad == 0)
         donation.deduccionComunidad = 0;
 
-    const QChar nature = CodeLetter(row.tipoPersona);
-    if (nature.isNull()) {
+    const char nature = CodeLetter(row.tipoPersona);
+    if (nature == 0) {
         donation.naturaleza = u'F';
-    } else if (nature == u'F' || nature == u'J' || nature == u'E') {
-        donation.naturaleza = nature;
+    } else if (nature == 'F' || nature == 'J' || nature == 'E') {
+        donation.naturaleza = QLatin1Char(nature);
     } else {
-        refuse(QStringLiteral("El tipo de persona «") + row.tipoPersona + QStringLiteral("»") + donor()
+        refuse(QStringLiteral("El tipo de persona «") + Text(row.tipoPersona) + QStringLiteral("»") + donor()
                + QStringLiteral(" no es válido: debe ser F, J o E; corríjalo") + kRetry);
     }
 

@@ -46,8 +46,9 @@ bool ReadDonation(const DonorRow &row, const QLocale &locale, Donation &donation
 // the empty text when `text` is not one.
 QString ValidIdentifier(const QString &text);
 
-// "the amount text" read in either decimal convention ("1.234,50" or
+// An amount text read in either decimal convention ("1.234,50" or
 // "1,234.50"), as cents; false when it is not a number.
 bool AmountInCents(const QString &text, const QLocale &locale, qint64 &cents);
+bool AmountInCents(QByteArrayView utf8, const QLocale &locale, qint64 &cents);
 
 } // namespace Aeat

@@ -84,75 +84,78 @@ DonorOrder::DonorOrder(Connection &connection, qint64 declarantId, const QString
                        Limits limits)
     : m_columnCount(std::min(columnCount, kMaxColumns))
 {
-    const QString from = QStringLiteral(" FROM Donantes WHERE codDeclarante = ") + QString::number(declarantId);
-    SqliteStatement count(connection, QStringLiteral("SELECT COUNT(*)") + from);
-    const qint64 rows = count.Step() ? count.Integer(0) : 0;
-    m_entries.reserve(size_t(rows)); // no copy while it grows
-    m_held = rows <= limits.rows && Hold(connection, from, columns, nifColumn, limits.bytes);
-    if (!m_held && m_ordered)
-        Scan(connection, from);
-    if (!m_ordered) {
-        m_entries = {};
-        m_blocks.clear();
-        return;
+    SqliteStatement scan(connection, QStringLiteral("SELECT rowid, ") + columns
+                                         + QStringLiteral(" FROM Donantes WHERE codDeclarante = ")
+                                         + QString::number(declarantId));
+    m_held = true;
+    while (scan.Step()) {
+        const std::optional<DonorKey> key = DonorSortKey(scan.Utf8(nifColumn + 1));
+        if (!key) {
+            m_ordered = false;
+            m_held = false;
+            m_entries = {};
+            m_blocks.clear();
+            return;
+        }
+        const qint64 rowid = scan.Integer(0);
+        if (m_held && !Hold(scan, *key, rowid, limits))
+            LetGo();
+        if (!m_held)
+            m_entries.push_back({*key, rowid});
     }
     std::sort(m_entries.begin(), m_entries.end(),
               [](const Entry &a, const Entry &b) { return a.key != b.key ? a.key < b.key : a.position < b.position; });
 }
 
-// Keeps every row's texts; false when they take more than `maxBytes`.
-bool DonorOrder::Hold(Connection &connection, const QString &from, const QString &columns, int nifColumn, size_t maxBytes)
+// Keeps the row's rowid and texts; false (nothing kept) when that would
+// pass the limits.
+bool DonorOrder::Hold(const SqliteStatement &scan, DonorKey key, qint64 rowid, Limits limits)
 {
-    SqliteStatement scan(connection, QStringLiteral("SELECT ") + columns + from);
-    while (scan.Step()) {
-        const std::optional<DonorKey> key = DonorSortKey(scan.Utf8(nifColumn));
-        if (!key) {
-            m_ordered = false;
-            return false;
-        }
-        QByteArrayView cells[kMaxColumns];
-        size_t bytes = 0;
-        for (int column = 0; column < m_columnCount; ++column) {
-            cells[column] = scan.Utf8(column);
-            bytes += sizeof(qint32) + size_t(cells[column].size());
-        }
-        if (m_heldBytes + bytes > maxBytes) {
-            m_entries.clear();
-            m_blocks.clear();
-            return false;
-        }
-        if (m_blocks.empty() || m_blocks.back().size + bytes > m_blocks.back().capacity) {
-            const size_t capacity = std::max(kBlockBytes, bytes);
-            m_blocks.push_back({std::unique_ptr<char[]>(new char[capacity]), 0, capacity});
-        }
-        Block &block = m_blocks.back();
-        m_entries.push_back({*key, (qint64(m_blocks.size() - 1) << 32) | qint64(block.size)});
-        char *at = block.bytes.get() + block.size;
-        for (int column = 0; column < m_columnCount; ++column)
-            at = PutCell(at, cells[column]);
-        block.size += bytes;
-        m_heldBytes += bytes;
+    if (qint64(m_entries.size()) >= limits.rows)
+        return false;
+    QByteArrayView cells[kMaxColumns];
+    size_t bytes = sizeof rowid;
+    for (int column = 0; column < m_columnCount; ++column) {
+        cells[column] = scan.Utf8(column + 1);
+        bytes += sizeof(qint32) + size_t(cells[column].size());
     }
+    if (m_heldBytes + bytes > limits.bytes)
+        return false;
+    if (m_blocks.empty() || m_blocks.back().size + bytes > m_blocks.back().capacity) {
+        const size_t capacity = std::max(kBlockBytes, bytes);
+        m_blocks.push_back({std::unique_ptr<char[]>(new char[capacity]), 0, capacity});
+    }
+    Block &block = m_blocks.back();
+    m_entries.push_back({key, (qint64(m_blocks.size() - 1) << 32) | qint64(block.size)});
+    char *at = block.bytes.get() + block.size;
+    std::memcpy(at, &rowid, sizeof rowid);
+    at += sizeof rowid;
+    for (int column = 0; column < m_columnCount; ++column)
+        at = PutCell(at, cells[column]);
+    block.size += bytes;
+    m_heldBytes += bytes;
     return true;
 }
 
-void DonorOrder::Scan(Connection &connection, const QString &from)
+// From holding rows to keeping rowids: the rows held so far keep only
+// theirs, and the scan goes on without starting again.
+void DonorOrder::LetGo()
 {
-    SqliteStatement scan(connection, QStringLiteral("SELECT rowid, nif") + from);
-    while (scan.Step()) {
-        const std::optional<DonorKey> key = DonorSortKey(scan.Utf8(1));
-        if (!key) {
-            m_ordered = false;
-            return;
-        }
-        m_entries.push_back({*key, scan.Integer(0)});
-    }
+    for (Entry &entry : m_entries)
+        std::memcpy(&entry.position, HeldBytes(entry.position), sizeof entry.position);
+    m_blocks.clear();
+    m_heldBytes = 0;
+    m_held = false;
+}
+
+const char *DonorOrder::HeldBytes(qint64 position) const
+{
+    return m_blocks[size_t(position >> 32)].bytes.get() + (position & 0xFFFFFFFF);
 }
 
 void DonorOrder::HeldRow(size_t index, QByteArrayView *cells) const
 {
-    const qint64 position = m_entries[index].position;
-    const char *at = m_blocks[size_t(position >> 32)].bytes.get() + (position & 0xFFFFFFFF);
+    const char *at = HeldBytes(m_entries[index].position) + sizeof(qint64); // past the rowid
     for (int column = 0; column < m_columnCount; ++column) {
         qint32 length;
         std::memcpy(&length, at, sizeof length);

@@ -11,6 +11,10 @@
 
 class Connection;
 
+namespace Aeat {
+class SqliteStatement;
+}
+
 // The declaration generator's own pieces.
 namespace Aeat {
 
@@ -31,8 +35,8 @@ DonorKey PackDonorKey(QByteArrayView nineCharacters);
 // A declarant's `Donantes` rows ordered by donor key, then as stored,
 // worked out from one scan in stored order and a sort in memory instead of
 // SQLite sorting the whole rows. Up to Limits' rows (and bytes of text)
-// the scan keeps the rows' texts, which are then read from memory;
-// above, it keeps only each row's key and rowid (16 bytes a row) and the
+// the scan keeps the rows' texts, which are then read from memory; past
+// them, it keeps only each row's key and rowid (16 bytes a row) and the
 // rows are read again by rowid. Not Ordered() (and empty) when a stored
 // identifier has no key here. Throws DatabaseError.
 class DonorOrder
@@ -62,10 +66,11 @@ private:
     struct Entry
     {
         DonorKey key;
-        qint64 position; // the rowid, or where the held row starts
+        qint64 position; // where the held row (its rowid, then its texts) starts, or the rowid
     };
-    bool Hold(Connection &connection, const QString &from, const QString &columns, int nifColumn, size_t maxBytes);
-    void Scan(Connection &connection, const QString &from);
+    bool Hold(const SqliteStatement &scan, DonorKey key, qint64 rowid, Limits limits);
+    void LetGo();
+    const char *HeldBytes(qint64 position) const;
 
     std::vector<Entry> m_entries;
     struct Block

@@ -169,13 +169,6 @@ private:
     bool m_started = false;
 };
 
-qint64 CountDonorRows(Connection &connection, qint64 declarantId)
-{
-    SqliteStatement count(connection, QStringLiteral("SELECT COUNT(*) FROM Donantes WHERE codDeclarante = ")
-                                          + QString::number(declarantId));
-    return count.Step() ? count.Integer(0) : 0;
-}
-
 // One pass over the donor rows in donor order: each row is checked and,
 // once its donor is complete, the donor's records (one per percentage set)
 // go into the file. Throws RowsRefused at the first row that cannot go into
@@ -188,7 +181,8 @@ Totals WriteDonors(Connection &connection, const Modelo182Validation &validation
     DonorHistory history;
     history.Load(connection, header.ejercicio);
     const DonorRecordEncoder encoder(header);
-    RowProgress rowProgress(progress, CountDonorRows(connection, declarantId));
+    DonorRowStream rows(connection, declarantId, DonorRowStream::Order::ByDonor);
+    RowProgress rowProgress(progress, rows.RowCount(connection, declarantId));
 
     Totals totals;
     DonorRecords donor;
@@ -211,7 +205,6 @@ Totals WriteDonors(Connection &connection, const Modelo182Validation &validation
         donor.Clear();
     };
 
-    DonorRowStream rows(connection, declarantId, DonorRowStream::Order::ByDonor);
     DonorRow row;
     Donation donation;
     while (rows.Next(row)) {
