@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <utility>
 
 namespace Aeat {
 
@@ -59,27 +60,33 @@ const std::array<QString, 0x80> &Latin1Letters()
 
 QString AlphanumericText(const QString &text)
 {
-    QString result;
-    result.reserve(text.size());
+    // What each ASCII character becomes: worked out once.
+    static const std::array<char16_t, 0x80> ascii = [] {
+        std::array<char16_t, 0x80> letters{};
+        for (char16_t u = 0; u < 0x80; ++u) {
+            const QChar upper = (u >= u'a' && u <= u'z') ? QChar(char16_t(u - 32)) : QChar(u);
+            letters[u] = IsAllowed(upper) ? upper.unicode() : u' ';
+        }
+        return letters;
+    }();
+    // Upper case gives at most three characters for one ("ﬃ" -> "FFI").
+    QString result(text.size() * 3, Qt::Uninitialized);
+    QChar *out = result.data();
     for (QChar c : text) {
         if (c.unicode() < 0x80) {
-            // Plain ASCII, most of every name: no table look-ups.
-            const QChar upper = (c >= u'a' && c <= u'z') ? QChar(c.unicode() - 32) : c;
-            result.append(IsAllowed(upper) ? upper : QChar(u' '));
+            *out++ = QChar(ascii[c.unicode()]);
             continue;
         }
-        if (c.unicode() < 0x100) {
-            result.append(Latin1Letters().at(c.unicode() - 0x80));
-            continue;
-        }
-        result.append(FieldLetters(c));
+        const QString letters = c.unicode() < 0x100 ? Latin1Letters().at(c.unicode() - 0x80) : FieldLetters(c);
+        out = std::copy(letters.begin(), letters.end(), out);
     }
-    return result.trimmed();
+    result.truncate(out - result.constData());
+    return std::move(result).trimmed();
 }
 
 QString AlphanumericField(const QString &text, int width)
 {
-    return AlphanumericText(text).left(width).leftJustified(width, QLatin1Char(' '));
+    return AlphanumericText(text).leftJustified(width, QLatin1Char(' '), true);
 }
 
 QString NumericField(qint64 value, int width)

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <utility>
 
 namespace Aeat {
@@ -38,6 +39,10 @@ bool IsSpace(QByteArrayView bytes)
 // space) decoded.
 QByteArrayView Trimmed(QByteArrayView text)
 {
+    // Most values have nothing to trim: a printable ASCII character at each end.
+    auto printable = [](char c) { return c > ' ' && c < 0x7F; };
+    if (!text.isEmpty() && printable(text.front()) && printable(text.back()))
+        return text;
     auto asciiSpace = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
     for (;;) {
         while (!text.isEmpty() && asciiSpace(text.front()))
@@ -115,19 +120,33 @@ bool IsInKind(QByteArrayView text)
     return Text(value).compare(u"SÍ", Qt::CaseInsensitive) == 0;
 }
 
-// The donor's name as the file writes it. A donor's rows come one after
-// another in the writing pass: the last name is kept for the next row.
+// The donor's name as the file writes it: PersonName joined on the stored
+// bytes, decoded once. A donor's rows come one after another in the
+// writing pass: the last name is kept for the next row.
 QString NameField(const DonorRow &row)
 {
     thread_local bool known = false;
-    thread_local QByteArray apellido1, apellido2, nombre;
+    thread_local std::string apellido1, apellido2, nombre;
     thread_local QString field;
-    if (known && row.apellido1 == apellido1 && row.apellido2 == apellido2 && row.nombre == nombre)
+    auto same = [](QByteArrayView bytes, const std::string &last) {
+        return bytes == QByteArrayView(last.data(), qsizetype(last.size()));
+    };
+    if (known && same(row.apellido1, apellido1) && same(row.apellido2, apellido2) && same(row.nombre, nombre))
         return field;
-    field = Aeat::AlphanumericField(Aeat::PersonName(Text(row.apellido1), Text(row.apellido2), Text(row.nombre)), 40);
-    apellido1 = row.apellido1.toByteArray();
-    apellido2 = row.apellido2.toByteArray();
-    nombre = row.nombre.toByteArray();
+    thread_local QByteArray joined;
+    joined.resize(0); // keeps its capacity
+    for (QByteArrayView part : {row.apellido1, row.apellido2, row.nombre}) {
+        const QByteArrayView trimmed = Trimmed(part);
+        if (trimmed.isEmpty() || trimmed == "-")
+            continue;
+        if (!joined.isEmpty())
+            joined += ' ';
+        joined += trimmed;
+    }
+    field = Aeat::AlphanumericField(Text(joined), 40);
+    apellido1.assign(row.apellido1.data(), size_t(row.apellido1.size()));
+    apellido2.assign(row.apellido2.data(), size_t(row.apellido2.size()));
+    nombre.assign(row.nombre.data(), size_t(row.nombre.size()));
     known = true;
     return field;
 }

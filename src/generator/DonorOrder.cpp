@@ -53,6 +53,14 @@ DonorKey PackDonorKey(QByteArrayView nineCharacters)
     return key;
 }
 
+DonorKey PackDonorKey(QStringView nineCharacters)
+{
+    DonorKey key = 0;
+    for (QChar c : nineCharacters)
+        key = (key << 7) | (DonorKey(c.unicode()) & 0x7F);
+    return key;
+}
+
 QByteArray DonorKeyText(DonorKey key)
 {
     QByteArray text(9, '0');

@@ -31,6 +31,7 @@ std::optional<DonorKey> DonorSortKey(QByteArrayView storedNif);
 // The nine characters of a key; the key of nine ASCII characters.
 QByteArray DonorKeyText(DonorKey key);
 DonorKey PackDonorKey(QByteArrayView nineCharacters);
+DonorKey PackDonorKey(QStringView nineCharacters);
 
 // A declarant's `Donantes` rows ordered by donor key, then as stored,
 // worked out from one scan in stored order and a sort in memory instead of

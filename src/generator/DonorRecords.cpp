@@ -1,6 +1,5 @@
 #include "generator/DonorRecords.h"
 
-#include <algorithm>
 #include <tuple>
 
 namespace Aeat {
@@ -26,14 +25,17 @@ bool DonorRecords::Add(const Donation &row)
     return true;
 }
 
-QList<Donation> DonorRecords::Records() const
+const QList<Donation> &DonorRecords::Records()
 {
-    QList<Donation> sorted = m_records;
     auto key = [](const Donation &d) {
         return std::make_tuple(d.clave.unicode(), d.deduccion, d.enEspecie, d.comunidad, d.deduccionComunidad);
     };
-    std::stable_sort(sorted.begin(), sorted.end(), [&](const Donation &a, const Donation &b) { return key(a) < key(b); });
-    return sorted;
+    // A donor has a record or two: an insertion sort, stable, in place.
+    for (qsizetype i = 1; i < m_records.size(); ++i) {
+        for (qsizetype j = i; j > 0 && key(m_records.at(j)) < key(m_records.at(j - 1)); --j)
+            m_records.swapItemsAt(j, j - 1);
+    }
+    return m_records;
 }
 
 void DonorRecords::Clear()

@@ -20,7 +20,7 @@ public:
     // record's sum would not fit the amount field.
     bool Add(const Donation &row);
     // The records in a fixed order (key, percentage, in kind, community).
-    QList<Donation> Records() const;
+    const QList<Donation> &Records();
     qint64 TotalCents() const { return m_total; }
     QString Nif() const { return m_records.isEmpty() ? QString() : m_records.first().nif; }
     QString Name() const { return m_records.isEmpty() ? QString() : m_records.first().nombre.trimmed(); }

@@ -201,7 +201,7 @@ Totals WriteDonors(Connection &connection, const Modelo182Validation &validation
             totals.cents += record.centimos;
         }
         out.FlushIfFull();
-        historyEntries.push_back({PackDonorKey(nif.toLatin1()), donor.TotalCents()});
+        historyEntries.push_back({PackDonorKey(QStringView(nif)), donor.TotalCents()});
         donor.Clear();
     };
 
