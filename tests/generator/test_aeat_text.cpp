@@ -83,11 +83,18 @@ TEST(AeatFields, AmountsAreReadInWholeCentsInEitherConvention)
         {"0,07", es, true, 7},          {"12,5", es, true, 1250},
         {" 7,00 ", es, true, 700},      {"-3,25", es, true, -325},
         {"12,x5", es, false, 0},        {"", es, false, 0},
-        {"1.234,50 €", es, false, 0},
+        {"1.234,50 €", es, false, 0},   {"1.234,5€", es, false, 0},
+        {"١٢,٥٠", es, false, 0}, // digits of another script are not amounts
     };
     for (const Case &c : cases) {
         qint64 cents = 0;
         EXPECT_EQ(Aeat::AmountInCents(QString::fromUtf8(c.text), c.locale, cents), c.ok) << c.text;
+        if (c.ok) {
+            EXPECT_EQ(cents, c.cents) << c.text;
+        }
+        // The stored bytes read the same, without decoding them first.
+        cents = 0;
+        EXPECT_EQ(Aeat::AmountInCents(QByteArrayView(c.text), c.locale, cents), c.ok) << c.text;
         if (c.ok) {
             EXPECT_EQ(cents, c.cents) << c.text;
         }

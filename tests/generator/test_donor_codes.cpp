@@ -44,6 +44,8 @@ TEST_F(GeneratorTest, CodesAreReadWithBlanksAroundAndInEitherCase)
         {"a", "f", "S", "", "A", "F", "X", "00000"},
         {"C", "J", "0", "02500", "C", "J", " ", "02500"},
         {"D", "E", "x", "0", "D", "E", "X", "00000"},
+        // No-break and em spaces around count as blanks too.
+        {"\u00A0c\u00A0", "\u2003e", "SÍ\u00A0", "\u00A02500", "C", "E", "X", "02500"},
     };
     for (const CodeCase &c : cases) {
         SCOPED_TRACE(std::string(c.clave) + "|" + c.tipoPersona + "|" + c.especie + "|" + c.deduccion);
@@ -73,6 +75,8 @@ TEST_F(GeneratorTest, CodesOfMoreThanOneLetterOrOutOfRangeAreRefused)
     const QList<Refusal> cases = {
         {{"AB", "F", "", "08000", {}, {}, {}, {}},
          "La clave «AB»" + donor + " no es válida: debe ser una letra de la A a la G; corríjala" + retry},
+        {{"é", "F", "", "08000", {}, {}, {}, {}},
+         "La clave «é»" + donor + " no es válida: debe ser una letra de la A a la G; corríjala" + retry},
         {{"h", "F", "", "08000", {}, {}, {}, {}},
          "La clave «h»" + donor + " no es válida: debe ser una letra de la A a la G; corríjala" + retry},
         {{"A", "FJ", "", "08000", {}, {}, {}, {}},
