@@ -4,7 +4,6 @@
 #include "data/DatabaseError.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace Aeat {
 
@@ -124,22 +123,30 @@ qint64 DonorRowStream::RowCount(Connection &connection, qint64 declarantId) cons
     return count.Step() ? count.Integer(0) : 0;
 }
 
-QByteArrayView DonorRowStream::Column(int column) const
-{
-    return m_order && m_order->Held() ? m_heldRow[size_t(column)] : m_statement->Utf8(column);
-}
-
 bool DonorRowStream::Next(DonorRow &row)
 {
     if (!Step())
         return false;
-    QByteArrayView *fields[] = {&row.nombre,           &row.apellido1,         &row.apellido2,    &row.nif,
-                                &row.nifRepresentante, &row.codigoProvincia,   &row.clave,        &row.deduccion,
-                                &row.importe,          &row.donativoEnEspecie, &row.comunidadAut, &row.deduccionCAut,
-                                &row.tipoPersona};
-    static_assert(std::size(fields) == kColumns);
-    for (int column = 0; column < kColumns; ++column)
-        *fields[column] = Column(column);
+    // A held row is already in m_heldRow; a row read by SQLite is put there.
+    if (!m_order || !m_order->Held()) {
+        for (int column = 0; column < kColumns; ++column)
+            m_heldRow[size_t(column)] = m_statement->Utf8(column);
+    }
+    const QByteArrayView *cell = m_heldRow.data();
+    row.nombre = cell[0];
+    row.apellido1 = cell[1];
+    row.apellido2 = cell[2];
+    row.nif = cell[3];
+    row.nifRepresentante = cell[4];
+    row.codigoProvincia = cell[5];
+    row.clave = cell[6];
+    row.deduccion = cell[7];
+    row.importe = cell[8];
+    row.donativoEnEspecie = cell[9];
+    row.comunidadAut = cell[10];
+    row.deduccionCAut = cell[11];
+    row.tipoPersona = cell[12];
+    static_assert(kColumns == 13);
     return true;
 }
 

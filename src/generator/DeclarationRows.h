@@ -76,13 +76,12 @@ public:
 private:
     static constexpr int kColumns = 13;
     bool Step();
-    QByteArrayView Column(int column) const;
 
     std::unique_ptr<DonorOrder> m_order; // by donor, when worked out here
     size_t m_next = 0;                   // in m_order: the next held row, or the first rowid not yet in a batch
     bool m_batchBound = false;
     std::unique_ptr<SqliteStatement> m_statement;
-    std::array<QByteArrayView, kColumns> m_heldRow; // the current row, when held
+    std::array<QByteArrayView, kColumns> m_heldRow; // the current row's cells
 };
 
 } // namespace Aeat

@@ -111,8 +111,9 @@ DonorOrder::DonorOrder(Connection &connection, qint64 declarantId, const QString
         if (!m_held)
             m_entries.push_back({*key, rowid});
     }
-    std::sort(m_entries.begin(), m_entries.end(),
-              [](const Entry &a, const Entry &b) { return a.key != b.key ? a.key < b.key : a.position < b.position; });
+    // The entries are in stored order: a stable sort by key keeps it among a
+    // donor's rows.
+    std::stable_sort(m_entries.begin(), m_entries.end(), [](const Entry &a, const Entry &b) { return a.key < b.key; });
 }
 
 // Keeps the row's rowid and texts; false (nothing kept) when that would
