@@ -17,11 +17,13 @@ double ProcessorMs()
 
 } // namespace
 
-Timings Repeat(int runs, const std::function<void()> &body)
+Timings Repeat(int runs, const std::function<void()> &body, const std::function<void()> &setUp)
 {
     QList<double> wall;
     QList<double> cpu;
     for (int i = 0; i < std::max(runs, 1); ++i) {
+        if (setUp)
+            setUp();
         QElapsedTimer timer;
         const double cpuStart = ProcessorMs();
         timer.start();

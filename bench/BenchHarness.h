@@ -22,8 +22,9 @@ struct Timings
     Timing cpu;
 };
 
-// Runs `body` `runs` times (at least once) and sums up the times.
-Timings Repeat(int runs, const std::function<void()> &body);
+// Runs `body` `runs` times (at least once) and sums up the times; `setUp`,
+// when given, runs before each time, outside the timing.
+Timings Repeat(int runs, const std::function<void()> &body, const std::function<void()> &setUp = {});
 
 // The median, minimum and maximum of some times.
 Timing Summarise(QList<double> times);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generator/DonorOrder.h"
 #include "generator/SqliteStatement.h"
 
 #include <QString>
@@ -49,28 +50,49 @@ private:
     std::vector<Entry> m_yearBefore;
 };
 
-// Replaces one tax year's totals: the year's rows are deleted on creation,
-// Add gathers one row per donor and writes them kBatch at a time (one
-// statement per batch, not per donor), Finish writes the rest.
-// Throws DatabaseError.
+// Replaces one tax year's totals with a run's, writing only what differs:
+// the year's stored rows are read on creation and merged with the donors
+// Add receives (in key order; one out of order is looked up instead). A
+// stored row with the same identifier and amount is left alone, one whose
+// amount changed is updated, a new donor is inserted (kBatch rows a
+// statement), and what is left over at Finish (donors gone, a second row
+// of one identifier, an identifier that is not nine ASCII characters) is
+// deleted. The same totals again write nothing. Throws DatabaseError.
 class DonorHistoryWriter
 {
 public:
     static constexpr int kBatch = 256;
 
     DonorHistoryWriter(Connection &connection, int ejercicio);
-    void Add(const QString &nif, qint64 cents);
-    void Add(QByteArrayView nif, qint64 cents); // the identifier's ASCII bytes
+    void Add(DonorKey nif, qint64 cents);
     void Finish();
 
 private:
-    void Write(SqliteStatement &insert);
+    struct Stored
+    {
+        DonorKey nif;
+        qint64 rowid;
+        qint64 cents;
+    };
+    void Load();
+    // The first stored row of `nif` not yet claimed, from `from` on.
+    size_t Unclaimed(size_t from, DonorKey nif) const;
+    void Keep(size_t index, qint64 cents);
+    void Insert(DonorKey nif, qint64 cents);
+    void WriteInserts(SqliteStatement &insert);
+    void DeleteUnclaimed();
     QString InsertSql(int rows) const;
 
     Connection &m_connection;
     int m_ejercicio;
+    std::vector<Stored> m_stored;  // ordered by identifier, then rowid
+    std::vector<bool> m_claimed;   // per stored row: a donor of this run has it
+    std::vector<qint64> m_invalid; // rowids of identifiers that are no key
+    size_t m_cursor = 0;           // where the next donor in order starts looking
+    std::optional<DonorKey> m_last;
+    std::unique_ptr<SqliteStatement> m_update;
     std::unique_ptr<SqliteStatement> m_insert; // of kBatch rows
-    std::vector<std::pair<QByteArray, qint64>> m_rows;
+    std::vector<std::pair<DonorKey, qint64>> m_rows;
 };
 
 } // namespace Aeat

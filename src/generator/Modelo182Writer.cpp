@@ -233,7 +233,7 @@ void WriteHistory(Connection &connection, int ejercicio, const std::vector<Histo
     EnsureDonorHistoryTable(connection);
     DonorHistoryWriter writer(connection, ejercicio);
     for (const HistoryEntry &entry : entries)
-        writer.Add(QByteArrayView(DonorKeyText(entry.nif)), entry.cents);
+        writer.Add(entry.nif, entry.cents);
     writer.Finish();
 }
 

@@ -155,9 +155,10 @@ TEST_F(GeneratorTest, AFailureHalfWayLeavesThePreviousFileAndTheHistoryAsTheyWer
     ASSERT_TRUE(Generate().generado);
     const QByteArray previous = ReadAll(FilePath());
     db->Execute("UPDATE Donantes SET importe = '99,00'");
-    // The second donor's history row fails, after the first donor's record
-    // has gone into the new file.
-    db->Execute("CREATE TRIGGER HistorialFalla BEFORE INSERT ON HistorialDonantes WHEN NEW.nif = '22222222J' "
+    // The second donor's history row fails (its amount is updated), after
+    // the first donor's record has gone into the new file and the first
+    // donor's row was updated.
+    db->Execute("CREATE TRIGGER HistorialFalla BEFORE UPDATE ON HistorialDonantes WHEN NEW.nif = '22222222J' "
                 "BEGIN SELECT RAISE(ABORT, 'disco lleno'); END");
 
     EXPECT_THROW(Generate(), DatabaseError);
