@@ -12,9 +12,12 @@ namespace {
 
 std::array<char, 9> Key(const QString &nif)
 {
+    // Looked up for every donor: read in place, as toLatin1 would give it.
     std::array<char, 9> key{};
-    const QByteArray bytes = nif.toLatin1();
-    std::memcpy(key.data(), bytes.constData(), std::min<size_t>(key.size(), size_t(bytes.size())));
+    for (qsizetype i = 0; i < qMin<qsizetype>(nif.size(), qsizetype(key.size())); ++i) {
+        const char16_t c = nif.at(i).unicode();
+        key[size_t(i)] = c < 0x100 ? char(c) : '?';
+    }
     return key;
 }
 
